@@ -1,0 +1,62 @@
+#pragma once
+
+#include <functional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "model/DataAccess.h"
+
+namespace quillform::sql {
+
+/// What the checker knows about a database: its tables, by pointer into `Database::TableDefs`-like storage.
+using Schema = std::vector<TableDef>;
+
+enum class StatementKind { Select, Delete, Insert, Update };
+
+/// A statement of the report dialect, parsed, checked and written out again for SQLite.
+///
+/// In the SQLite text tables stand under their own names, quoted; values travel like this:
+///
+/// | type                     | in SQLite                                                        |
+/// |--------------------------|------------------------------------------------------------------|
+/// | Boolean                  | INTEGER -1 or 0                                                  |
+/// | Byte, Integer, Long      | INTEGER                                                          |
+/// | Currency, Decimal        | REAL, the amount                                                 |
+/// | Single, Double           | REAL                                                             |
+/// | Date                     | REAL, days since 1899-12-30                                      |
+/// | Text, Memo, Guid         | TEXT; compared, grouped and sorted by the collation QFTEXT       |
+/// | Binary, LongBinary       | BLOB                                                             |
+///
+/// Functions and operators that SQLite lacks or reads otherwise are calls of functions named "qf_" and the dialect's name
+/// in lower case without `$`: qf_mid, qf_iif, qf_format, qf_dateadd, ...; operators: qf_concat (&), qf_add (+ where an
+/// operand may be text), qf_divide (/), qf_intdiv (\), qf_mod, qf_power (^), qf_like(text, pattern), qf_not, qf_xor,
+/// qf_eqv, qf_imp; aggregates beyond SQLite's: qf_stdev, qf_stdevp, qf_var, qf_varp, qf_first, qf_last. Conversions of
+/// literals to dates are done while preparing.
+struct PreparedStatement {
+    StatementKind kind = StatementKind::Select;
+    std::string sqlite;
+    std::vector<Field> columns;       ///< results of a Select, by plain field name or alias
+    std::vector<std::size_t> tables;  ///< positions in the schema of all tables used
+    std::size_t target = 0;           ///< Delete, Insert, Update: position in the schema of the table changed
+    /// Plain result columns: table of `tables` and column that the result column passes on unchanged; -1 otherwise.
+    struct Origin {
+        int table = -1;
+        int column = -1;
+    };
+    std::vector<Origin> origins;
+};
+
+/// Parses and checks one statement. Every refusal is a RunTimeError whose sentence names the cause: SyntaxError,
+/// InputTableNotFound, TooFewParameters (unknown column), AmbiguousField, AggregateInWhere, NotPartOfAggregate,
+/// JoinNotSupported, JoinSyntax, DataTypeMismatch, UnknownFunction, ...
+/// A table name alone stands for all its rows. `currentYear` completes dates written without one.
+PreparedStatement Prepare(std::string_view statement, const Schema& schema, int currentYear);
+
+/// A criteria text (FindFirst) over one table, as a complete Select of the row ids that meet it.
+PreparedStatement PrepareCriteria(std::string_view criteria, const TableDef& table, int currentYear);
+
+/// Quotes a name for SQLite.
+std::string QuotedName(std::string_view name);
+
+}  // namespace quillform::sql

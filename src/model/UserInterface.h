@@ -1,0 +1,49 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace quillform {
+
+enum class MessageIcon { None, Question, Exclamation };
+
+/// What a save or open dialog of the described system is set to. `filter` is pairs of text and pattern, "|" between them.
+struct FileDialog {
+    std::string title;
+    std::string filter;
+    std::string fileName;
+    std::string defaultExtension;
+    std::string initialFolder;
+};
+
+/// Everything that a run or a check wants of the person before it. The command answers from its switches, the windows
+/// ask, the tests are scripted.
+class UserInterface {
+public:
+    virtual ~UserInterface() = default;
+
+    /// A box with one OK button.
+    virtual void Message(std::string_view text, std::string_view title = {}) = 0;
+    /// A Yes and No box.
+    virtual bool Ask(std::string_view question, std::string_view title, MessageIcon icon = MessageIcon::Question) = 0;
+    /// Something the user should know that is no message of the described system: a font replaced, a path substituted,
+    /// a character that the file can't hold. Never stops the work.
+    virtual void Warn(std::string_view text) = 0;
+
+    /// The chosen path, or empty when the user cancelled.
+    virtual std::optional<std::string> SaveDialog(const FileDialog& dialog) = 0;
+    virtual std::optional<std::string> OpenDialog(const FileDialog& dialog) = 0;
+
+    // The progress panel: shown with 0 of 0, then told its maximum, then its value.
+    virtual void ShowProgress() = 0;
+    virtual void SetProgressMax(long long maximum) = 0;
+    virtual void SetProgress(long long value) = 0;
+    virtual void HideProgress() = 0;
+    /// Lets pending events run, at most every few milliseconds. True if the run is to be cancelled. Called once a record,
+    /// so it must be cheap.
+    virtual bool YieldAndIsCancelled() = 0;
+};
+
+}  // namespace quillform

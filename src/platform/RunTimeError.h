@@ -1,0 +1,69 @@
+#pragma once
+
+#include <stdexcept>
+#include <string>
+#include <utility>
+
+namespace quillform {
+
+/// Error numbers that the program raises or tests for. The values are the platform's and the database engine's own
+/// published numbers, because the error log and the error handler show them to the user.
+enum class ErrorNumber : int {
+    Overflow = 6,
+    SubscriptOutOfRange = 9,
+    TypeMismatch = 13,
+    InvalidProcedureCall = 5,
+    OutOfMemory = 7,
+    FileNotFound = 53,
+    BadFileMode = 54,
+    DeviceIo = 57,
+    DiskFull = 61,
+    PermissionDenied = 70,
+    PathNotFound = 76,
+    ObjectDoesNotExist = 340,
+    DialogCancelled = 32755,
+    NoCurrentRecord = 3021,
+    DuplicateKey = 3022,
+    InvalidArgument = 3001,
+    TableExists = 3010,
+    TableNotFound = 3011,
+    FileMissing = 3024,
+    DiskError = 3026,
+    ReadOnly = 3027,
+    CannotOpenExclusive = 3045,
+    Locked = 3260,
+    TooFewParameters = 3061,
+    SyntaxInExpression = 3075,
+    SyntaxInFrom = 3131,
+    InputTableNotFound = 3078,
+    UnknownFunction = 3085,
+    AmbiguousField = 3079,
+    AggregateInWhere = 3096,
+    NotPartOfAggregate = 3122,
+    DataTypeMismatch = 3464,
+    JoinNotSupported = 3296,
+    JoinSyntax = 3135,
+    SyntaxError = 3141,
+    ItemNotFound = 3265,
+    ValueTooLong = 3163,
+    FieldRequired = 3314,
+    UnrecognizedFormat = 3343,
+    PasswordRequired = 3031,
+    NotSupported = 3251,
+    NoPermission = 3051,
+    QueryTooComplex = 3360,
+};
+
+/// A failure that travels up to whoever can tell the user. `what()` is one whole sentence that names the cause.
+class RunTimeError : public std::runtime_error {
+public:
+    RunTimeError(ErrorNumber number, const std::string& description)
+        : std::runtime_error(description), number_(number) {}
+
+    ErrorNumber Number() const { return number_; }
+
+private:
+    ErrorNumber number_;
+};
+
+}  // namespace quillform

@@ -1,0 +1,43 @@
+#pragma once
+
+#include <filesystem>
+#include <functional>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "model/PrintTarget.h"
+
+namespace quillform::print {
+
+struct PdfSettings {
+    std::string title;          ///< document title; empty: the target's file name
+    std::string language = "en-US";
+    double created = 0;         ///< local date and time as a serial, for the document's dates
+};
+
+/// A print target that writes a PDF file. Pages leave for the file as they end, so memory doesn't grow with their number
+/// beyond a few bytes a page. The file appears at EndDoc, whole; without EndDoc nothing is left.
+/// PathNotFound, PermissionDenied, DiskFull as OutputFile.
+class PdfTarget : public PrintTarget {
+public:
+    /// What was replaced, one sentence per font family, for the user ("Times New Roman" is drawn with "Liberation Serif").
+    virtual std::vector<std::string> FontSubstitutions() const = 0;
+    virtual int PageCount() const = 0;
+};
+std::unique_ptr<PdfTarget> MakePdfTarget(const std::filesystem::path& file, const PdfSettings& settings);
+
+/// The text measurer alone, for loaded item sizes and rich text; same fonts and advances as every target.
+std::unique_ptr<TextMeasure> MakeTextMeasure();
+
+/// Width and height in twips of a paper number in portrait; Letter for unknown numbers.
+struct PaperSize {
+    int number = 1;
+    std::string_view name = "Letter";
+    double widthTwips = 12240;
+    double heightTwips = 15840;
+};
+PaperSize PaperSizeOf(int number);
+
+}  // namespace quillform::print
