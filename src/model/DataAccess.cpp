@@ -6,20 +6,34 @@ namespace quillform {
 
 std::string_view FieldTypeName(FieldType type) {
     switch (type) {
-        case FieldType::Boolean: return "Boolean";
-        case FieldType::Byte: return "Byte";
-        case FieldType::Integer: return "Integer";
-        case FieldType::Long: return "Long";
-        case FieldType::Currency: return "Currency";
-        case FieldType::Single: return "Single";
-        case FieldType::Double: return "Double";
-        case FieldType::Date: return "Date";
-        case FieldType::Binary: return "Binary";
-        case FieldType::Text: return "Text";
-        case FieldType::LongBinary: return "OLE object";
-        case FieldType::Memo: return "Memo";
-        case FieldType::Guid: return "GUID";
-        case FieldType::Decimal: return "Decimal";
+        case FieldType::Boolean:
+            return "Boolean";
+        case FieldType::Byte:
+            return "Byte";
+        case FieldType::Integer:
+            return "Integer";
+        case FieldType::Long:
+            return "Long";
+        case FieldType::Currency:
+            return "Currency";
+        case FieldType::Single:
+            return "Single";
+        case FieldType::Double:
+            return "Double";
+        case FieldType::Date:
+            return "Date";
+        case FieldType::Binary:
+            return "Binary";
+        case FieldType::Text:
+            return "Text";
+        case FieldType::LongBinary:
+            return "OLE object";
+        case FieldType::Memo:
+            return "Memo";
+        case FieldType::Guid:
+            return "GUID";
+        case FieldType::Decimal:
+            return "Decimal";
     }
     return "Unknown";
 }

@@ -66,10 +66,10 @@ struct IndexDef {
 
 struct TableDef {
     std::string Name;
-    std::vector<Field> Fields;      ///< in display order
+    std::vector<Field> Fields;  ///< in display order
     std::vector<IndexDef> Indexes;
-    bool IsSystem = false;          ///< the engine's own or hidden: not offered to users
-    bool IsLinked = false;          ///< lives in another file; its rows can't be read here
+    bool IsSystem = false;  ///< the engine's own or hidden: not offered to users
+    bool IsLinked = false;  ///< lives in another file; its rows can't be read here
 
     /// Position of the field, names compared case-blind; -1 if there is none.
     int FindField(std::string_view name) const;
@@ -179,8 +179,8 @@ enum class Access { ReadWrite, ReadOnly };
 class DBEngine {
 public:
     virtual ~DBEngine() = default;
-    /// RunTimeError FileMissing, UnrecognizedFormat, PasswordRequired, Locked, NoPermission. A file that can only be read
-    /// opens for reading; the first write then fails with ReadOnly.
+    /// RunTimeError FileMissing, UnrecognizedFormat, PasswordRequired, Locked, NoPermission. A file that can only be
+    /// read opens for reading; the first write then fails with ReadOnly.
     virtual std::unique_ptr<Database> OpenDatabase(std::string_view path, Access access = Access::ReadWrite) = 0;
     /// Makes an empty database file; TableExists' sibling for files: PermissionDenied if the file exists.
     virtual std::unique_ptr<Database> CreateDatabase(std::string_view path, DatabaseVersion version) = 0;

@@ -11,9 +11,9 @@ namespace quillform {
 /// What a piece of a page is, for readers of the document (tags, outline); drawing doesn't depend on it.
 enum class PageRole { Heading, Detail, SubTotal, GrandTotal };
 
-/// The one page surface of a run: placed texts and filled boxes. Positions and sizes in twips, from the upper left corner
-/// of the printable area. Colours are numbers 0 to 15 of QBColor. A box under a text is drawn below it, whatever order
-/// the calls came in.
+/// The one page surface of a run: placed texts and filled boxes. Positions and sizes in twips, from the upper left
+/// corner of the printable area. Colours are numbers 0 to 15 of QBColor. A box under a text is drawn below it, whatever
+/// order the calls came in.
 class PrintTarget : public TextMeasure {
 public:
     /// Set before the first page has anything on it.

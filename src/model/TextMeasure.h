@@ -6,8 +6,8 @@
 namespace quillform {
 
 struct FontSpec {
-    std::string name;   ///< family as the layout has it, any case
-    double size = 10;   ///< points
+    std::string name;  ///< family as the layout has it, any case
+    double size = 10;  ///< points
     bool bold = false;
     bool italic = false;
     bool underline = false;

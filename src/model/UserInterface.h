@@ -9,7 +9,8 @@ namespace quillform {
 
 enum class MessageIcon { None, Question, Exclamation };
 
-/// What a save or open dialog of the described system is set to. `filter` is pairs of text and pattern, "|" between them.
+/// What a save or open dialog of the described system is set to. `filter` is pairs of text and pattern, "|" between
+/// them.
 struct FileDialog {
     std::string title;
     std::string filter;
@@ -41,8 +42,8 @@ public:
     virtual void SetProgressMax(long long maximum) = 0;
     virtual void SetProgress(long long value) = 0;
     virtual void HideProgress() = 0;
-    /// Lets pending events run, at most every few milliseconds. True if the run is to be cancelled. Called once a record,
-    /// so it must be cheap.
+    /// Lets pending events run, at most every few milliseconds. True if the run is to be cancelled. Called once a
+    /// record, so it must be cheap.
     virtual bool YieldAndIsCancelled() = 0;
 };
 
