@@ -1,0 +1,51 @@
+#pragma once
+
+#include <cstdint>
+#include <filesystem>
+#include <memory>
+#include <span>
+#include <string>
+#include <vector>
+
+#include "data/jet/Bytes.h"
+
+namespace quillform::jet {
+
+/// Original content of a page that a commit is about to overwrite, or its new content.
+struct PageImage {
+    std::uint64_t offset;
+    Bytes bytes;
+};
+
+/// The bytes below the pages: a file, or a piece of memory.
+class FileAccess {
+public:
+    virtual ~FileAccess() = default;
+    virtual std::uint64_t Size() const = 0;
+    /// Fills `out` whole from `offset`; DiskError if that isn't there.
+    virtual void ReadAt(std::uint64_t offset, std::span<std::uint8_t> out) const = 0;
+    virtual bool IsReadOnly() const = 0;
+
+    /// Makes sure that this process may write and nobody else does: Locked or ReadOnly.
+    virtual void StartWriting() = 0;
+    /// Replaces the images, in any order, so that a crash leaves either all or none of them.
+    virtual void Replace(std::span<const PageImage> images, std::uint64_t newSize) = 0;
+    virtual void StopWriting() = 0;
+};
+
+/// A database in memory; changes stay there.
+class MemoryFile final : public FileAccess {
+public:
+    explicit MemoryFile(std::vector<std::uint8_t> bytes) : bytes_(std::move(bytes)) {}
+    std::uint64_t Size() const override { return bytes_.size(); }
+    void ReadAt(std::uint64_t offset, std::span<std::uint8_t> out) const override;
+    bool IsReadOnly() const override { return false; }
+    void StartWriting() override {}
+    void Replace(std::span<const PageImage> images, std::uint64_t newSize) override;
+    void StopWriting() override {}
+
+private:
+    std::vector<std::uint8_t> bytes_;
+};
+
+}  // namespace quillform::jet
