@@ -1,0 +1,205 @@
+#include "platform/CodePage.h"
+
+#include <iconv.h>
+
+#include <array>
+#include <cerrno>
+#include <cstdint>
+#include <memory>
+
+#include "platform/Text.h"
+
+namespace quillform {
+namespace {
+
+/// Code points of the bytes 80 to 9F in Windows code page 1252, as Microsoft publishes it; every other byte is its own.
+constexpr std::array<char16_t, 32> kUpperControls = {
+    0x20AC, 0x81,   0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021, 0x02C6, 0x2030, 0x0160,
+    0x2039, 0x0152, 0x8D,   0x017D, 0x8F,   0x90,   0x2018, 0x2019, 0x201C, 0x201D, 0x2022,
+    0x2013, 0x2014, 0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0x9D,   0x017E, 0x0178,
+};
+
+/// The byte of a code point in 1252; -1 if it has none.
+int Cp1252Byte(char32_t codePoint) {
+    if (codePoint < 0x80 || (codePoint >= 0xA0 && codePoint <= 0xFF)) return static_cast<int>(codePoint);
+    for (std::size_t i = 0; i < kUpperControls.size(); ++i)
+        if (kUpperControls[i] == codePoint) return static_cast<int>(0x80 + i);
+    return -1;
+}
+
+/// Name of a Windows code page as iconv knows it.
+std::string IconvName(int codePage) {
+    if (codePage >= 28591 && codePage <= 28606) return "ISO-8859-" + std::to_string(codePage - 28590);
+    switch (codePage) {
+        case 65001:
+            return "UTF-8";
+        case 20127:
+            return "ASCII";
+        case 20866:
+            return "KOI8-R";
+        case 21866:
+            return "KOI8-U";
+        case 10000:
+            return "MACINTOSH";
+        case 1361:
+            return "JOHAB";
+        default:
+            return "CP" + std::to_string(codePage);
+    }
+}
+
+/// One direction of iconv. `Opened` is false for a code page that the system doesn't have.
+class Converter {
+public:
+    Converter(const std::string& to, const std::string& from) : handle_(iconv_open(to.c_str(), from.c_str())) {}
+    ~Converter() {
+        if (Opened()) iconv_close(handle_);
+    }
+    Converter(const Converter&) = delete;
+    Converter& operator=(const Converter&) = delete;
+
+    bool Opened() const { return handle_ != reinterpret_cast<iconv_t>(-1); }
+
+    /// Converts `input`, appends to `out`, and hands each position that can't be converted to `skip`, which appends a
+    /// replacement and returns the number of bytes to step over.
+    template <typename Skip>
+    void Convert(std::string_view input, std::string& out, Skip skip) {
+        iconv(handle_, nullptr, nullptr, nullptr, nullptr);
+        char* from = const_cast<char*>(input.data());  // iconv doesn't write to its input
+        std::size_t left = input.size();
+        std::array<char, 1024> chunk;
+        while (left > 0) {
+            char* to = chunk.data();
+            std::size_t room = chunk.size();
+            const auto result = iconv(handle_, &from, &left, &to, &room);
+            const int error = errno;
+            out.append(chunk.data(), static_cast<std::size_t>(to - chunk.data()));
+            if (result != static_cast<std::size_t>(-1) || error == E2BIG) continue;
+            const std::size_t step = skip(input.substr(input.size() - left));
+            from += step;
+            left -= step;
+        }
+    }
+
+private:
+    iconv_t handle_;
+};
+
+struct ConverterPair {
+    explicit ConverterPair(int page)
+        : codePage(page), toUtf8("UTF-8", IconvName(page)), fromUtf8(IconvName(page), "UTF-8") {}
+    bool Opened() const { return toUtf8.Opened() && fromUtf8.Opened(); }
+
+    int codePage;
+    Converter toUtf8;
+    Converter fromUtf8;
+};
+
+/// The pair for a code page. Opening costs more than most conversions, and a database has one code page for all its
+/// texts, so each thread keeps the pair it used last.
+ConverterPair& PairFor(int codePage) {
+    thread_local std::unique_ptr<ConverterPair> last;
+    if (!last || last->codePage != codePage) last = std::make_unique<ConverterPair>(codePage);
+    return *last;
+}
+
+}  // namespace
+
+std::string Utf8FromCp1252(std::string_view bytes) {
+    std::string result;
+    result.reserve(bytes.size());
+    for (const char c : bytes) {
+        const auto byte = static_cast<unsigned char>(c);
+        if (byte < 0x80)
+            result += c;
+        else
+            AppendCodePoint(byte < 0xA0 ? char32_t{kUpperControls[byte - 0x80u]} : char32_t{byte}, result);
+    }
+    return result;
+}
+
+void AppendCp1252(std::string_view utf8, std::string& out, std::size_t* replaced) {
+    for (std::size_t at = 0; at < utf8.size();) {
+        if (static_cast<unsigned char>(utf8[at]) < 0x80) {
+            out += utf8[at++];
+            continue;
+        }
+        const int byte = Cp1252Byte(NextCodePoint(utf8, at));
+        out += byte < 0 ? '?' : static_cast<char>(byte);
+        if (byte < 0 && replaced != nullptr) ++*replaced;
+    }
+}
+
+std::string Cp1252FromUtf8(std::string_view text, std::size_t* replaced) {
+    std::string result;
+    result.reserve(text.size());
+    AppendCp1252(text, result, replaced);
+    return result;
+}
+
+std::string Utf8FromCodePage(std::string_view bytes, int codePage) {
+    if (codePage == 1252) return Utf8FromCp1252(bytes);
+    ConverterPair& pair = PairFor(codePage);
+    if (!pair.Opened()) return Utf8FromCp1252(bytes);
+    std::string result;
+    result.reserve(bytes.size() * 2);
+    pair.toUtf8.Convert(bytes, result, [&](std::string_view rest) {
+        AppendCodePoint(static_cast<unsigned char>(rest.front()), result);
+        return std::size_t{1};
+    });
+    return result;
+}
+
+std::string CodePageFromUtf8(std::string_view text, int codePage, std::size_t* replaced) {
+    if (codePage == 1252) return Cp1252FromUtf8(text, replaced);
+    ConverterPair& pair = PairFor(codePage);
+    if (!pair.Opened()) return Cp1252FromUtf8(text, replaced);
+    std::string result;
+    result.reserve(text.size());
+    pair.fromUtf8.Convert(text, result, [&](std::string_view rest) {
+        std::size_t length = 0;
+        const char32_t codePoint = NextCodePoint(rest, length);
+        // A control that reading gave to an undefined byte goes back to that byte.
+        const bool undefinedByte = codePoint >= 0x80 && codePoint <= 0xFF &&
+                                   Utf8FromCodePage(std::string(1, static_cast<char>(codePoint)), codePage) ==
+                                       std::string(rest.substr(0, length));
+        result += undefinedByte ? static_cast<char>(codePoint) : '?';
+        if (!undefinedByte && replaced != nullptr) ++*replaced;
+        return length;
+    });
+    return result;
+}
+
+std::u16string Utf16FromUtf8(std::string_view text) {
+    std::u16string result;
+    result.reserve(text.size());
+    for (std::size_t at = 0; at < text.size();) {
+        const char32_t codePoint = NextCodePoint(text, at);
+        if (codePoint < 0x10000) {
+            result += static_cast<char16_t>(codePoint);
+        } else {
+            result += static_cast<char16_t>(0xD7C0 + (codePoint >> 10));
+            result += static_cast<char16_t>(0xDC00 + (codePoint & 0x3FF));
+        }
+    }
+    return result;
+}
+
+std::string Utf8FromUtf16(std::u16string_view units) {
+    const auto isHigh = [](char16_t unit) { return unit >= 0xD800 && unit <= 0xDBFF; };
+    const auto isLow = [](char16_t unit) { return unit >= 0xDC00 && unit <= 0xDFFF; };
+    std::string result;
+    result.reserve(units.size());
+    for (std::size_t i = 0; i < units.size(); ++i) {
+        if (isHigh(units[i]) && i + 1 < units.size() && isLow(units[i + 1])) {
+            const auto high = static_cast<char32_t>(units[i] - 0xD800);
+            AppendCodePoint(0x10000 + (high << 10) + (units[i + 1] - 0xDC00u), result);
+            ++i;
+        } else {
+            AppendCodePoint(units[i], result);  // a lone surrogate comes out as U+FFFD
+        }
+    }
+    return result;
+}
+
+}  // namespace quillform

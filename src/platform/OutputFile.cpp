@@ -1,0 +1,162 @@
+#include "platform/OutputFile.h"
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <array>
+#include <cerrno>
+#include <chrono>
+#include <cstring>
+#include <system_error>
+#include <utility>
+
+#include "platform/RunTimeError.h"
+
+namespace quillform {
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr std::size_t kBufferSize = 256 * 1024;
+
+ErrorNumber NumberOfError(int error) {
+    switch (error) {
+        case ENOENT:
+        case ENOTDIR:
+        case ENAMETOOLONG:
+        case ELOOP:
+            return ErrorNumber::PathNotFound;
+        case EACCES:
+        case EPERM:
+        case EROFS:
+        case EISDIR:
+        case ETXTBSY:
+            return ErrorNumber::PermissionDenied;
+        case ENOSPC:
+        case EDQUOT:
+        case EFBIG:
+            return ErrorNumber::DiskFull;
+        default:
+            return ErrorNumber::DeviceIo;
+    }
+}
+
+int OpenRetrying(const fs::path& path, int flags, mode_t mode = 0) {
+    int descriptor = -1;
+    do descriptor = open(path.c_str(), flags | O_CLOEXEC, mode);
+    while (descriptor < 0 && errno == EINTR);
+    return descriptor;
+}
+
+/// Makes a new file in `folder`, its rights those of the user's umask, and tells its name.
+std::pair<int, fs::path> OpenTemporary(const fs::path& folder) {
+    auto ticks = static_cast<std::uint64_t>(std::chrono::system_clock::now().time_since_epoch().count());
+    for (int attempt = 0; attempt < 100; ++attempt, ++ticks) {
+        const fs::path path = folder / (".quillform-" + std::to_string(getpid()) + "-" + std::to_string(ticks));
+        const int descriptor = OpenRetrying(path, O_WRONLY | O_CREAT | O_EXCL, 0666);
+        if (descriptor >= 0 || errno != EEXIST) return {descriptor, path};
+    }
+    return {-1, {}};
+}
+
+}  // namespace
+
+OutputFile::OutputFile(fs::path target) : target_(std::move(target)) {
+    buffer_.reserve(kBufferSize);
+    if (target_ == "-") {
+        renames_ = false;
+        descriptor_ = fcntl(STDOUT_FILENO, F_DUPFD_CLOEXEC, 0);
+        if (descriptor_ < 0) Fail(errno);
+        return;
+    }
+    struct stat status {};
+    const bool exists = stat(target_.c_str(), &status) == 0;
+    if (exists && S_ISDIR(status.st_mode)) Fail(EISDIR);
+    if (exists && !S_ISREG(status.st_mode)) {
+        renames_ = false;
+        descriptor_ = OpenRetrying(target_, O_WRONLY | O_NOCTTY);
+        if (descriptor_ < 0) Fail(errno);
+        return;
+    }
+    // Renaming would go round the rights of a write-protected target and would replace a link by a file.
+    if (exists && access(target_.c_str(), W_OK) != 0) Fail(errno);
+    std::error_code error;
+    if (const fs::path real = fs::canonical(target_, error); !error) target_ = real;
+    std::tie(descriptor_, temporary_) = OpenTemporary(target_.parent_path());
+    if (descriptor_ < 0) Fail(errno);
+    if (exists)
+        static_cast<void>(fchmod(descriptor_, status.st_mode & 07777));  // a right that can't be kept is no loss
+}
+
+OutputFile::~OutputFile() {
+    if (descriptor_ >= 0) close(descriptor_);
+    if (!temporary_.empty()) unlink(temporary_.c_str());
+}
+
+void OutputFile::Write(std::string_view bytes) {
+    position_ += bytes.size();
+    if (buffer_.size() + bytes.size() > kBufferSize) Flush();
+    buffer_.append(bytes);
+    if (buffer_.size() >= kBufferSize) Flush();
+}
+
+void OutputFile::Flush() {
+    const char* from = buffer_.data();
+    std::size_t left = buffer_.size();
+    while (left > 0) {
+        const ssize_t written = write(descriptor_, from, left);
+        if (written < 0 && errno == EINTR) continue;
+        if (written < 0) Fail(errno);
+        from += written;
+        left -= static_cast<std::size_t>(written);
+    }
+    buffer_.clear();
+}
+
+void OutputFile::Commit() {
+    if (descriptor_ < 0) return;
+    Flush();
+    // Some file systems tell only here that the disk is full.
+    if (close(std::exchange(descriptor_, -1)) != 0 && errno != EINTR) Fail(errno);
+    if (!renames_) return;
+    if (rename(temporary_.c_str(), target_.c_str()) != 0) Fail(errno);
+    temporary_.clear();
+}
+
+void OutputFile::Fail(int error) const {
+    const std::string name = target_ == "-" ? "Standard output" : "\"" + target_.string() + "\"";
+    const std::string reason = error == EISDIR ? "it is a folder" : std::generic_category().message(error);
+    throw RunTimeError(NumberOfError(error), name + " can't be written: " + reason + ".");
+}
+
+std::string ReadWholeFile(const fs::path& path) {
+    const auto fail = [&](int error) {
+        const ErrorNumber number =
+            error == ENOENT || error == ENOTDIR ? ErrorNumber::FileNotFound : NumberOfError(error);
+        const std::string reason = error == EISDIR ? "it is a folder" : std::generic_category().message(error);
+        throw RunTimeError(number, "\"" + path.string() + "\" can't be read: " + reason + ".");
+    };
+    struct Closer {
+        int descriptor;
+        ~Closer() {
+            if (descriptor >= 0) close(descriptor);
+        }
+    } file{OpenRetrying(path, O_RDONLY)};
+    if (file.descriptor < 0) fail(errno);
+
+    std::string content;
+    struct stat status {};
+    if (fstat(file.descriptor, &status) == 0 && status.st_size > 0)
+        content.reserve(static_cast<std::size_t>(status.st_size) + 1);
+    std::array<char, 64 * 1024> chunk;
+    while (true) {
+        const ssize_t got = read(file.descriptor, chunk.data(), chunk.size());
+        if (got < 0 && errno == EINTR) continue;
+        if (got < 0) fail(errno);
+        if (got == 0) return content;
+        content.append(chunk.data(), static_cast<std::size_t>(got));
+    }
+}
+
+}  // namespace quillform
