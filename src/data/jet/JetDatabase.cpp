@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "platform/Text.h"
+#include "data/collation/TextOrder.h"
 
 namespace quillform::jet {
 
@@ -21,7 +21,7 @@ void JetDatabase::ReadTables() {
         entries_.back().object = std::move(object);
     }
     std::stable_sort(entries_.begin(), entries_.end(), [](const Entry& left, const Entry& right) {
-        return UpperCase(left.object.name) < UpperCase(right.object.name);
+        return collation::Compare(left.object.name, right.object.name) < 0;
     });
     for (Entry& entry : entries_) definitions_.push_back(ReadTable(entry));
 }

@@ -6,6 +6,7 @@
 #include <map>
 
 #include "data/jet/DiskFile.h"
+#include "data/jet/IndexCheck.h"
 #include "data/jet/JetDatabase.h"
 #include "data/jet/JetStorage.h"
 #include "data/jet/Samples.h"
@@ -166,6 +167,23 @@ TEST(Samples, ReaderFindsEachScannedRow) {
             EXPECT_FALSE(reader->Read(0xFFFFFF00));
         }
     }
+}
+
+/// Computes the key of every row for every index of every table and compares with what the engine stored.
+TEST(Samples, IndexKeysAreThoseOfTheEngine) {
+    if (SampleFolder().empty()) GTEST_SKIP() << "the folder of sample databases is not there";
+    IndexFindings all;
+    for (const auto& path : SampleFiles()) {
+        const jet::PageFile file(std::make_unique<jet::DiskFile>(path), path.string());
+        const IndexFindings findings = CheckAllIndexes(file);
+        EXPECT_EQ(findings.fault, "") << path.filename();
+        all.trees += findings.trees;
+        all.entries += findings.entries;
+        all.unknownOrders += findings.unknownOrders;
+    }
+    EXPECT_GT(all.trees, 500u);
+    EXPECT_GT(all.entries, 40000u);
+    std::cout << all.trees << " trees, " << all.entries << " entries, " << all.unknownOrders << " of unknown order\n";
 }
 
 TEST(Samples, RelationsOfNorthwind) {

@@ -1,0 +1,127 @@
+#include "data/jet/IndexNode.h"
+
+#include <algorithm>
+#include <bit>
+
+namespace quillform::jet {
+
+namespace {
+
+std::uint32_t BigEndian(std::string_view bytes) {
+    std::uint32_t value = 0;
+    for (const char byte : bytes) value = value << 8 | static_cast<unsigned char>(byte);
+    return value;
+}
+
+void AppendBigEndian(std::string& out, std::uint32_t value) {
+    for (int shift = 24; shift >= 0; shift -= 8) out.push_back(static_cast<char>(value >> shift));
+}
+
+/// Bytes that all entries have in common, at most the key of the first.
+std::size_t CommonPrefix(const IndexNode& node) {
+    if (node.entries.size() < 2) return 0;
+    const std::string& first = node.entries.front();
+    const std::size_t behindKey = rowPointerBytes + (node.isLeaf ? 0 : childBytes);
+    // The entries are in order: what first and last share, all share.
+    const std::string& last = node.entries.back();
+    std::size_t common = 0;
+    const std::size_t longest = std::min(first.size(), last.size()) - behindKey;
+    while (common < longest && first[common] == last[common]) ++common;
+    for (const std::string& entry : node.entries) common = std::min(common, entry.size() - behindKey);
+    return std::min<std::size_t>(common, 255);
+}
+
+std::size_t StoredBytes(const IndexNode& node, std::size_t prefix) {
+    std::size_t bytes = 0;
+    for (const std::string& entry : node.entries) bytes += entry.size() - prefix;
+    return node.entries.empty() ? 0 : bytes + prefix;
+}
+
+std::size_t Capacity(const Layout& form) { return form.pageSize - form.nodeEntries; }
+
+}  // namespace
+
+std::uint32_t ChildOf(const std::string& entry) {
+    return BigEndian(std::string_view(entry).substr(entry.size() - childBytes));
+}
+
+std::string_view LeafPartOf(const std::string& entry) {
+    return std::string_view(entry).substr(0, entry.size() - childBytes);
+}
+
+void AppendRowPointer(std::string& key, RowPointer row) { AppendBigEndian(key, row.value); }
+
+RowPointer RowPointerOf(std::string_view leafEntry) {
+    return {BigEndian(leafEntry.substr(leafEntry.size() - rowPointerBytes))};
+}
+
+std::string InnerEntry(std::string_view leafEntry, std::uint32_t child) {
+    std::string entry(leafEntry);
+    AppendBigEndian(entry, child);
+    return entry;
+}
+
+IndexNode ReadIndexNode(const PageFile& file, std::uint32_t page) {
+    const Layout& form = file.Form();
+    const PageRef pin = file.Read(page);
+    const std::uint8_t* bytes = pin.get();
+    const std::string name = "page " + std::to_string(page);
+    if (bytes[0] != leafNode && bytes[0] != innerNode) Damaged(name + " should be part of an index and isn't");
+    IndexNode node;
+    node.isLeaf = bytes[0] == leafNode;
+    node.table = GetU32(bytes + 4);
+    node.previous = GetU32(bytes + form.nodePrevious);
+    node.next = GetU32(bytes + form.nodeNext);
+    node.tail = GetU32(bytes + form.nodeTail);
+    node.level = bytes[form.nodeLevel];
+    const std::size_t prefix = form.nodePrefixWidth == 1 ? bytes[form.nodePrefix] : GetU16(bytes + form.nodePrefix);
+    const std::size_t shortest = rowPointerBytes + (node.isLeaf ? 0 : childBytes);
+    const char* area = reinterpret_cast<const char*>(bytes + form.nodeEntries);
+    std::size_t start = 0;
+    for (std::size_t i = 0; i < form.nodeEntries - form.nodeBitmap; ++i) {
+        for (unsigned bits = bytes[form.nodeBitmap + i]; bits != 0; bits &= bits - 1) {
+            const std::size_t end = 8 * i + static_cast<std::size_t>(std::countr_zero(bits));
+            if (end == 0) continue;  // some writers mark the start of the first entry too
+            if (end > Capacity(form)) Damaged("an entry of the index " + name + " ends outside the page");
+            std::string entry;
+            if (!node.entries.empty()) {
+                if (node.entries.front().size() < prefix) Damaged("the index " + name + " shares more than it has");
+                entry = node.entries.front().substr(0, prefix);
+            }
+            entry.append(area + start, end - start);
+            if (entry.size() < shortest) Damaged("an entry of the index " + name + " is too short");
+            node.entries.push_back(std::move(entry));
+            start = end;
+        }
+    }
+    return node;
+}
+
+bool FitsOnPage(const IndexNode& node, const Layout& form) {
+    return StoredBytes(node, CommonPrefix(node)) <= Capacity(form);
+}
+
+void WriteIndexNode(PageFile& file, std::uint32_t page, const IndexNode& node) {
+    const Layout& form = file.Form();
+    std::uint8_t* bytes = file.Modify(page);
+    std::memset(bytes, 0, form.pageSize);
+    const std::size_t prefix = CommonPrefix(node);
+    bytes[0] = node.isLeaf ? leafNode : innerNode;
+    bytes[1] = 1;
+    PutU16(bytes + 2, Capacity(form) - StoredBytes(node, prefix));
+    PutU32(bytes + 4, node.table);
+    PutU32(bytes + form.nodePrevious, node.previous);
+    PutU32(bytes + form.nodeNext, node.next);
+    PutU32(bytes + form.nodeTail, node.tail);
+    bytes[form.nodePrefix] = static_cast<std::uint8_t>(prefix);
+    bytes[form.nodeLevel] = node.level;
+    std::size_t at = 0;
+    for (const std::string& entry : node.entries) {
+        const std::size_t skipped = at == 0 ? 0 : prefix;
+        std::memcpy(bytes + form.nodeEntries + at, entry.data() + skipped, entry.size() - skipped);
+        at += entry.size() - skipped;
+        bytes[form.nodeBitmap + at / 8] = static_cast<std::uint8_t>(bytes[form.nodeBitmap + at / 8] | 1u << at % 8);
+    }
+}
+
+}  // namespace quillform::jet
