@@ -59,6 +59,8 @@ public:
     /// Reads `Report - Index` and `Report - Relation`; RunTimeError of the data layer if one can't be read, as the first
     /// look-up of a run would meet it. A missing column reads as empty.
     static Catalog Read(Database& database);
+    /// A catalog of the given rows.
+    static Catalog Of(std::vector<CatalogRow> rows, std::vector<CatalogRelation> relations);
 
     /// The first row with this ID; null if there is none.
     const CatalogRow* Find(int id) const;

@@ -1,0 +1,242 @@
+#include "output/PrinterOutput.h"
+
+#include <algorithm>
+
+#include "platform/Paths.h"
+#include "platform/Text.h"
+
+namespace quillform {
+
+namespace {
+
+constexpr int noFill = 15;            // back colours from here on draw no box
+constexpr std::size_t pageText = 40;  // blanks that fill up a short text on a page
+constexpr double twipsPerInch = 1440;
+constexpr std::string_view defaultFont = "Times New Roman";
+
+bool IsPresent(const std::vector<std::string>& fonts, std::string_view wanted) {
+    return std::any_of(fonts.begin(), fonts.end(),
+                       [wanted](const std::string& font) { return EqualCaseBlind(Trim(font), wanted); });
+}
+
+PageRole RoleOf(Band band) {
+    switch (band) {
+        case Band::Heading:
+            return PageRole::Heading;
+        case Band::Normal:
+            return PageRole::Detail;
+        case Band::SubTotal1A:
+        case Band::SubTotal1B:
+        case Band::SubTotal2A:
+        case Band::SubTotal2B:
+            return PageRole::SubTotal;
+        case Band::GrandA:
+        case Band::GrandB:
+            return PageRole::GrandTotal;
+    }
+    return PageRole::Detail;
+}
+
+std::string TitleOf(const Layout& layout) {
+    if (layout.strLayoutFile.empty()) return "Report";
+    return std::filesystem::path(std::string(FileNameOf(layout.strLayoutFile))).stem().string();
+}
+
+std::vector<double> Edges(int count, float size, float gap, float margin) {
+    std::vector<double> edges;
+    for (int k = 0; k < count; ++k) {
+        const double inches = (static_cast<double>(size) + static_cast<double>(gap)) * k + static_cast<double>(margin);
+        edges.push_back(std::max(inches, 0.0) * twipsPerInch);
+    }
+    return edges;
+}
+
+}  // namespace
+
+bool PrinterOutput::Open(const OutputContext& context) {
+    const std::optional<std::filesystem::path> path = ChooseTarget(file_,
+                                                                   {.title = "Save PDF File as...",
+                                                                    .filter = "PDF (*.PDF)|*.pdf",
+                                                                    .fileName = "*.PDF",
+                                                                    .defaultExtension = "PDF",
+                                                                    .initialFolder = {}},
+                                                                   context.user);
+    if (!path) return false;
+    path_ = *path;
+    mayLeaveStopped_ = MayLeaveStoppedFile(path_);
+    user_ = &context.user;
+    layout_ = &context.layout;
+    target_ = make_(path_, {.title = TitleOf(context.layout), .created = context.clock.Now()});
+    target_->SetOrientation(context.layout.settings.intOrientation == 0);
+    target_->SetPaperSize(context.layout.settings.intPaperSize);
+    ReplaceMissingFonts(context);
+    for (const clssFields& item : context.layout.Fields) {
+        const FontId font = target_->Font(FontOf(item));
+        fonts_.push_back({font, target_->TextHeight(font)});
+    }
+    if (context.layout.settings.boolLabels) BuildLabels(context.layout.settings);
+    return true;
+}
+
+/// A font that the target lacks becomes "Times New Roman" in the layout, and stays so.
+void PrinterOutput::ReplaceMissingFonts(const OutputContext& context) {
+    const std::vector<std::string>& present = target_->Fonts();
+    std::vector<std::string> told;
+    for (clssFields& item : context.layout.Fields) {
+        const std::string name(Trim(item.FontName));
+        if (IsPresent(present, name)) continue;
+        item.FontName = defaultFont;
+        if (std::find(told.begin(), told.end(), name) != told.end()) continue;
+        context.user.Warn("The font \"" + name + "\" is not installed; \"" + std::string(defaultFont) +
+                          "\" is used instead.");
+        told.push_back(name);
+    }
+}
+
+void PrinterOutput::BuildLabels(const ReportSettings& settings) {
+    LabelSheet sheet;
+    sheet.left =
+        Edges(settings.intLabelsAcross, settings.sngLabelWidth, settings.sngHorizontalGap, settings.sngLeftMargin);
+    sheet.top = Edges(settings.intLabelsDown, settings.sngLabelHeight, settings.sngVerticalGap, settings.sngTopMargin);
+    if (sheet.left.empty() || sheet.top.empty())
+        throw RunTimeError(ErrorNumber::SubscriptOutOfRange,
+                           "The label sheet has no labels: labels across and labels down must be 1 or more.");
+    labels_ = std::move(sheet);
+}
+
+void PrinterOutput::Close(Ending ending) {
+    if (ending == Ending::Stopped && !mayLeaveStopped_) {
+        target_.reset();
+        return;
+    }
+    target_->EndDoc();
+    for (const std::string& note : target_->FontSubstitutions()) user_->Warn(note);
+    target_.reset();
+}
+
+/// Moves on to the next label: across the sheet, then down, then to a new sheet.
+void PrinterOutput::BeginRecord(RunVariables&) {
+    if (!labels_) return;
+    LabelSheet& sheet = *labels_;
+    if (sheet.isFirst) {
+        sheet.isFirst = false;
+        return;
+    }
+    if (++sheet.column < sheet.left.size()) return;
+    sheet.column = 0;
+    if (++sheet.row < sheet.top.size()) return;
+    sheet.row = 0;
+    target_->NewPage();
+}
+
+void PrinterOutput::BeginDetail(RunVariables& run) {
+    if (!labels_) return;
+    const int count = layout_->Fields.Count();
+    run.LineHolder = labels_->top[labels_->row];
+    double height = lineHeight_;
+    if (count > 0) {
+        const clssFields& item = layout_->Fields.Item(run.HeadEnd >= 1 && run.HeadEnd <= count ? run.HeadEnd : 1);
+        height = item.TwipBottom - item.TwipTop;
+    }
+    run.NextLineHolder = run.LineHolder + height;
+}
+
+void PrinterOutput::BeginGroup(int level, std::string_view title) {
+    if (!labels_) groups_.emplace_back(level, std::string(title));
+}
+
+void PrinterOutput::SkipLines(RunVariables& run, int count) {
+    for (int i = 0; i < count; ++i) target_->Print();
+    SettleAfterGroupHeading(run);
+}
+
+void PrinterOutput::BreakPageAfterGroup(RunVariables&) { target_->NewPage(); }
+
+/// The rows go on below the last thing printed. Where a taller item stands on that row, they go on below it: the line
+/// of the item printed last may end above.
+void PrinterOutput::SettleAfterGroupHeading(RunVariables& run) {
+    run.LineHolder = run.NextLineHolder = std::max(target_->CurrentY(), run.NextLineHolder);
+}
+
+void PrinterOutput::BeginHeading(RunVariables& run) { run.LineHolder = run.NextLineHolder = target_->CurrentY(); }
+
+void PrinterOutput::StartRow(RunVariables& run, std::int32_t& yPos, const RowPlace& place) {
+    if (!place.isFirst && !place.newRowByTop) return;
+    run.LineHolder = run.NextLineHolder;
+    yPos += intGridY;
+    target_->BeginRow();
+}
+
+bool PrinterOutput::LinesLeft(int lines) const {
+    return target_->ScaleHeight() - lines * lineHeight_ >= target_->CurrentY();
+}
+
+bool PrinterOutput::IsPageFull(const RunVariables&, const RowPlace& place) const {
+    return !labels_ && (place.isFirst || place.newRowByTop) && !LinesLeft(1);
+}
+
+void PrinterOutput::FinishPage(RunVariables&) { target_->NewPage(); }
+
+bool PrinterOutput::IsPageFullForEmptyRow() const { return !labels_ && !LinesLeft(1); }
+
+void PrinterOutput::StepRow(RunVariables& run, std::int32_t&, const clssFields&, std::string&) {
+    target_->Print();
+    SettleAfterGroupHeading(run);
+    target_->SetCurrentY(run.LineHolder);
+}
+
+void PrinterOutput::FillPage(RunVariables& run) {
+    target_->NewPage();
+    run.LineHolder = target_->CurrentY();
+}
+
+bool PrinterOutput::PrepareItem(RunVariables& run, const PlacedItem& placed) {
+    const ItemFont& font = fonts_[static_cast<std::size_t>(placed.position - 1)];
+    target_->SetFont(font.id);
+    lineHeight_ = font.height;
+    target_->SetForeColor(placed.item.FontForeColor);
+    target_->SetCurrentY(run.LineHolder);
+    return !labels_ && !LinesLeft(2);
+}
+
+double PrinterOutput::AlignedX(const PlacedItem& placed) const {
+    const clssFields& item = placed.item;
+    const bool isCentred = item.FontAllignment == "C";
+    if (!isCentred && item.FontAllignment != "R") return item.TwipStart;
+    const double width = target_->TextWidth(Trim(placed.text));
+    const double spare = item.TwipEnd - item.TwipStart - width;
+    const double shift = isCentred ? (item.TwipEnd - item.TwipStart) / 2.0 - width / 2 : spare;
+    return item.TwipStart + std::max(shift, 0.0);
+}
+
+void PrinterOutput::DrawText(const PlacedItem& placed) {
+    const auto length = static_cast<std::size_t>(std::max<int>(placed.item.Length, 0));
+    if (!placed.item.FontUnderline) {
+        // The blanks that fill up the text can't be seen, and would only be in the way of whoever copies the text.
+        target_->Print(RTrim(LeftCharacters(placed.text, length)));
+        return;
+    }
+    padded_ = placed.text;
+    padded_.append(labels_ ? length : pageText, ' ');
+    target_->Print(LeftCharacters(padded_, length));
+}
+
+void PrinterOutput::PlaceItem(RunVariables& run, const PlacedItem& placed, std::string&) {
+    const clssFields& item = placed.item;
+    target_->SetRole(RoleOf(placed.band));
+    if (placed.band == Band::Normal && !groups_.empty()) AnnounceGroups();
+    const int height = item.TwipBottom - item.TwipTop;
+    run.NextLineHolder = std::max(run.NextLineHolder, target_->CurrentY() + height);
+    target_->SetCurrentX(AlignedX(placed) + LabelLeft());
+    DrawText(placed);
+    if (item.FontBackColor < noFill)
+        target_->FillBox(LabelLeft() + item.TwipStart, run.LineHolder, LabelLeft() + item.TwipEnd,
+                         run.LineHolder + height, item.FontBackColor + 1);
+}
+
+void PrinterOutput::AnnounceGroups() {
+    for (const auto& [level, title] : groups_) target_->AddOutlineEntry(level, title);
+    groups_.clear();
+}
+
+}  // namespace quillform

@@ -1,0 +1,80 @@
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+#include <type_traits>
+#include <vector>
+
+#include "output/TargetFile.h"
+#include "print/PdfTarget.h"
+
+namespace quillform {
+
+/// The printed page, as a PDF file. With the labels switch on, each record is placed on a label of its sheet.
+class PrinterOutput final : public Output {
+public:
+    using MakeTarget = decltype(&print::MakePdfTarget);
+    explicit PrinterOutput(OutputTarget target,
+                           std::function<std::remove_pointer_t<MakeTarget>> make = print::MakePdfTarget)
+        : file_(std::move(target)), make_(std::move(make)) {}
+
+    bool Open(const OutputContext& context) override;
+    void Close(Ending ending) override;
+    void BeginRecord(RunVariables& run) override;
+    void BeginDetail(RunVariables& run) override;
+    void EndLine(RunVariables&) override {}
+    void BeginGroup(int level, std::string_view title) override;
+    void SkipLines(RunVariables& run, int count) override;
+    void BreakPageAfterGroup(RunVariables& run) override;
+    void SettleAfterGroupHeading(RunVariables& run) override;
+    void BeginHeading(RunVariables& run) override;
+    bool RowsAreLines() const override { return true; }
+    void StartRow(RunVariables& run, std::int32_t& yPos, const RowPlace& place) override;
+    bool IsPageFull(const RunVariables& run, const RowPlace& place) const override;
+    void FinishPage(RunVariables& run) override;
+    bool IsPageFullForEmptyRow() const override;
+    void StepRow(RunVariables& run, std::int32_t& yPos, const clssFields& item, std::string& line) override;
+    void FillPage(RunVariables& run) override;
+    bool PrepareItem(RunVariables& run, const PlacedItem& placed) override;
+    void PlaceItem(RunVariables& run, const PlacedItem& placed, std::string& line) override;
+
+private:
+    /// Where the labels of a sheet stand, in twips, and which one the record is on (from 0).
+    struct LabelSheet {
+        std::vector<double> left;
+        std::vector<double> top;
+        std::size_t row = 0;
+        std::size_t column = 0;
+        bool isFirst = true;
+    };
+
+    void ReplaceMissingFonts(const OutputContext& context);
+    void BuildLabels(const ReportSettings& settings);
+    bool LinesLeft(int lines) const;
+    double AlignedX(const PlacedItem& placed) const;
+    void DrawText(const PlacedItem& placed);
+    void AnnounceGroups();
+    double LabelLeft() const { return labels_ ? labels_->left[labels_->column] : 0; }
+
+    struct ItemFont {
+        FontId id{};
+        double height = 0;  // of a line of text, twips
+    };
+
+    OutputTarget file_;
+    std::function<std::remove_pointer_t<MakeTarget>> make_;
+    std::filesystem::path path_;
+    bool mayLeaveStopped_ = true;
+    std::unique_ptr<print::PdfTarget> target_;
+    UserInterface* user_ = nullptr;
+    const Layout* layout_ = nullptr;
+    std::vector<ItemFont> fonts_;  // by position, entry 0 is position 1
+    double lineHeight_ = 0;        // of the current font
+    std::optional<LabelSheet> labels_;
+    std::vector<std::pair<int, std::string>> groups_;  // groups that begin with the next row drawn
+    std::string padded_;
+};
+
+}  // namespace quillform

@@ -1,0 +1,45 @@
+#include "output/TargetFile.h"
+
+#include <system_error>
+
+#include "platform/CodePage.h"
+#include "platform/Paths.h"
+#include "platform/Text.h"
+
+namespace quillform {
+
+std::optional<std::filesystem::path> ChooseTarget(const OutputTarget& target, const FileDialog& dialog,
+                                                  UserInterface& user) {
+    if (target.file) return TargetPath(*target.file);
+    const std::optional<std::string> chosen = user.SaveDialog(dialog);
+    if (!chosen) return std::nullopt;
+    return TargetPath(UpperCase(*chosen));
+}
+
+bool MayLeaveStoppedFile(const std::filesystem::path& path) {
+    std::error_code ignored;  // a path that can't be looked at has no good file to lose
+    return !std::filesystem::is_regular_file(path, ignored);
+}
+
+void WarnOfReplaced(const TargetFile& file, UserInterface& user) {
+    if (file.Replaced() == 0) return;
+    user.Warn("\"" + file.Path().string() + "\": " + std::to_string(file.Replaced()) +
+              (file.Replaced() == 1 ? " character" : " characters") +
+              " that the Windows character set 1252 lacks became \"?\".");
+}
+
+TargetFile::TargetFile(const std::filesystem::path& path)
+    : path_(path), existed_(!MayLeaveStoppedFile(path)), file_(path) {}
+
+void TargetFile::WriteLine(std::string_view utf8) {
+    bytes_.clear();
+    AppendCp1252(utf8, bytes_, &replaced_);
+    bytes_ += "\r\n";
+    file_.Write(bytes_);
+}
+
+void TargetFile::Finish(Ending ending) {
+    if (ending == Ending::Whole || !existed_) file_.Commit();
+}
+
+}  // namespace quillform

@@ -1,0 +1,44 @@
+#pragma once
+
+#include <memory>
+#include <optional>
+#include <string>
+
+#include "engine/Output.h"
+#include "output/OutputRooms.h"
+#include "platform/OutputFile.h"
+
+namespace quillform {
+
+/// The path an output goes to: the named one, or the user's answer to the dialog, in capitals. Empty on cancel.
+std::optional<std::filesystem::path> ChooseTarget(const OutputTarget& target, const FileDialog& dialog,
+                                                  UserInterface& user);
+
+/// A text file of single-byte characters with lines that end in carriage return and line feed.
+class TargetFile {
+public:
+    explicit TargetFile(const std::filesystem::path& path);
+
+    void WriteLine(std::string_view utf8);
+    /// Ends the file. A stopped run's file doesn't take the place of one that stood there before the run: a whole
+    /// report of yesterday is worth more than half of one.
+    void Finish(Ending ending);
+    /// Characters that the character set lacks and that were replaced so far.
+    std::size_t Replaced() const { return replaced_; }
+    const std::filesystem::path& Path() const { return path_; }
+
+private:
+    std::filesystem::path path_;
+    bool existed_;
+    OutputFile file_;
+    std::string bytes_;
+    std::size_t replaced_ = 0;
+};
+
+/// Tells the user how many characters were replaced, if any.
+void WarnOfReplaced(const TargetFile& file, UserInterface& user);
+
+/// Whether a stopped run may leave its file at `path`.
+bool MayLeaveStoppedFile(const std::filesystem::path& path);
+
+}  // namespace quillform
