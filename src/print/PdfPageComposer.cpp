@@ -166,9 +166,16 @@ void PdfPageComposer::ShowCharacters(const FontBook::Font& font, std::string_vie
         UseFace(glyph.face, font.twipsPerEm);
         out_ += '(';
         at = AppendCodes(font.typeface, glyph.face, characters, at);
+        if (at == characters.size()) AppendSeparator(font.typeface, glyph.face);
         out_ += ")Tj";
     }
     out_ += '\n';
+}
+
+// Items that are marked together would be read as one word; a blank behind each keeps them apart.
+void PdfPageComposer::AppendSeparator(int typeface, std::uint16_t face) {
+    const bool isShared = tagging_ == Tagging::HeadingLine || tagging_ == Tagging::WholeRow;
+    if (isShared && fonts_.GlyphOf(typeface, U' ').face == face) AppendCodes(typeface, face, " ", 0);
 }
 
 std::size_t PdfPageComposer::AppendCodes(int typeface, std::uint16_t face, std::string_view characters,

@@ -39,6 +39,7 @@ private:
     void ShowCharacters(const FontBook::Font& font, std::string_view characters);
     /// Writes the characters from `at` on that the face draws; gives the place of the first it doesn't.
     std::size_t AppendCodes(int typeface, std::uint16_t face, std::string_view characters, std::size_t at);
+    void AppendSeparator(int typeface, std::uint16_t face);
     void NoteUnderline(const Page::Text& text, std::string_view characters);
 
     FontBook& fonts_;

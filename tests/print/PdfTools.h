@@ -1,0 +1,66 @@
+#pragma once
+
+#include <filesystem>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "print/PdfTarget.h"
+
+namespace quillform::print {
+
+inline constexpr double kEdge = 360;  // of the printable area, twips
+
+/// A folder that goes with the test.
+class TemporaryFolder {
+public:
+    TemporaryFolder();
+    ~TemporaryFolder();
+    TemporaryFolder(const TemporaryFolder&) = delete;
+    TemporaryFolder& operator=(const TemporaryFolder&) = delete;
+    std::filesystem::path operator/(std::string_view name) const { return path_ / name; }
+    const std::filesystem::path& Path() const { return path_; }
+
+private:
+    std::filesystem::path path_;
+};
+
+struct ToolResult {
+    int exitCode = -1;
+    std::string output;  ///< both streams
+};
+bool HasTool(const std::string& name);
+ToolResult RunTool(const std::string& command);
+std::string Quoted(const std::filesystem::path& path);
+
+struct Word {
+    std::string text;
+    double left = 0, top = 0, right = 0, bottom = 0;  ///< twips in the printable area
+};
+/// The words of the first page, where a reader finds them.
+std::vector<Word> WordsOf(const std::filesystem::path& pdf);
+/// The text of all pages in reading order, without the page ends.
+std::string TextOf(const std::filesystem::path& pdf);
+
+/// The first page as pixels.
+class Picture {
+public:
+    Picture(const std::filesystem::path& pdf, const TemporaryFolder& folder);
+    struct Pixel {
+        int red = 0, green = 0, blue = 0;
+        friend bool operator==(const Pixel&, const Pixel&) = default;
+    };
+    /// By twips in the printable area.
+    Pixel At(double x, double y) const;
+    int Count(double x1, double y1, double x2, double y2, Pixel wanted) const;
+
+private:
+    int width_ = 0, height_ = 0;
+    std::string pixels_;
+};
+
+#define SKIP_WITHOUT(tool) \
+    if (!HasTool(tool)) GTEST_SKIP() << "the program " << (tool) << " isn't installed"
+
+}  // namespace quillform::print
