@@ -1,0 +1,128 @@
+#include "sample/SampleLayouts.h"
+
+#include "sample/LayoutDraft.h"
+
+namespace quillform::sample {
+
+namespace {
+
+// Edges of the reports, in cells from the edge of the printable area; 12 cells to the inch.
+constexpr int leftEdge = 4;
+constexpr int portraitRight = 92;
+constexpr int landscapeRight = 122;
+constexpr std::int16_t landscape = 0;
+constexpr std::int16_t textFile = 2;
+
+/// Two levels from two columns: the account, and in it the department, which is the beginning of the stock code.
+Layout StockOnHand(const Catalog& catalog, std::string_view database) {
+    LayoutDraft draft(catalog, database);
+    draft.TitleBlock("Stock on Hand", "By account and department, with quantities and cost", leftEdge, portraitRight);
+    draft.RecordCount(3, portraitRight);
+    draft.Columns({{"Account #", "Account", 4, 9, 'L', Primary | HideDuplicates},
+                   {"Department Letters", "Dept", 14, 5, 'C', HideDuplicates},
+                   {"Stock Code", "Stock Code", 20, 14, 'L', Secondary},
+                   {"Stock Code Description", "Description", 35, 29},
+                   {"Quantity On Hand", "Quantity", 65, 11, 'R', AllTotals},
+                   {"Total Cost", "Total Cost", 77, 14, 'R', AllTotals}},
+                  5, leftEdge, portraitRight);
+    draft.Groups(7, 2, 2, 1);
+    return draft.Take();
+}
+
+/// Four tables joined, a condition on a date, subtotals for each customer and country.
+Layout SalesByCountry(const Catalog& catalog, std::string_view database) {
+    LayoutDraft draft(catalog, database);
+    draft.TitleBlock("Sales by Country and Customer", "Orders of the last quarter, line by line", leftEdge,
+                     landscapeRight);
+    draft.RecordCount(3, landscapeRight);
+    draft.Columns({{"Country", "Country", 4, 15, 'L', Primary | HideDuplicates},
+                   {"Company", "Customer", 20, 26, 'L', Secondary | HideDuplicates},
+                   {"Order Number", "Order", 47, 7, 'L', Third | HideDuplicates},
+                   {"Order Date (mm/dd/yyyy)", "Date", 55, 11},
+                   {"Product", "Product", 67, 22},
+                   {"Quantity", "Quantity", 90, 8, 'R', AllTotals},
+                   {"Price", "Price", 99, 9, 'R'},
+                   {"Amount", "Amount", 109, 12, 'R', AllTotals}},
+                  5, leftEdge, landscapeRight);
+    draft.Condition("Order Date (mm/dd/yyyy)", ">=", "10/01/2025");
+    draft.Groups(20, 1, 40, 1);
+    draft.Settings().intOrientation = landscape;
+    return draft.Take();
+}
+
+/// A detail of two rows, dates and times kept as digits in text columns, a page for each salesperson.
+Layout OrderBook(const Catalog& catalog, std::string_view database) {
+    LayoutDraft draft(catalog, database);
+    draft.TitleBlock("Order Book", "Orders due in December, with their customers; one page for each salesperson",
+                     leftEdge, landscapeRight);
+    draft.Columns({{"Salesperson", "Salesperson", 4, 18, 'L', Primary | HideDuplicates},
+                   {"Order Number", "Order", 23, 7, 'L', Third},
+                   {"Entered(mmm dd, yyyy)", "Entered", 31, 13},
+                   {"Required(ddd mm/dd/yyyy)", "Required", 45, 15},
+                   {"Pickup(hh:mm AM/PM)", "Pickup", 61, 10},
+                   {"Shipped (mm/dd/yyyy)", "Shipped", 72, 12},
+                   {"Paid", "Paid", 85, 8},
+                   {"Freight", "Freight", 94, 27, 'R', SubTotal1 | GrandTotal},
+                   {"Company", "", 23, 28, 'L', None, 1},
+                   {"City", "", 52, 18, 'L', None, 1},
+                   {"Remarks", "", 72, 48, 'L', None, 1}},
+                  4, leftEdge, landscapeRight);
+    draft.Condition("Required(ddd mm/dd/yyyy)", ">=", "20251201");
+    draft.Condition("Required(ddd mm/dd/yyyy)", "<=", "20251231");
+    draft.Groups(20, 0, 0, 0);
+    draft.Settings().boolPageBreak1 = true;
+    draft.Settings().intOrientation = landscape;
+    return draft.Take();
+}
+
+/// Descriptions from a memo column below each product.
+Layout PriceList(const Catalog& catalog, std::string_view database) {
+    LayoutDraft draft(catalog, database);
+    draft.TitleBlock("Price List", "Household goods for kitchen, table, garden and workshop", leftEdge, portraitRight);
+    draft.Columns({{"Category", "Category", 4, 15, 'L', Primary | HideDuplicates},
+                   {"Product", "Product", 20, 30, 'L', Secondary},
+                   {"Unit", "Unit", 51, 12},
+                   {"Weight in kg", "Weight", 64, 9, 'R'},
+                   {"Unit Price", "Price", 74, 17, 'R'},
+                   {"Product Description", "", 20, 70, 'L', None, 1}},
+                  4, leftEdge, portraitRight);
+    draft.Condition("Discontinued", "=", "False");
+    draft.Groups(15, 1, 0, 0);
+    return draft.Take();
+}
+
+/// One line for each customer; goes to a text file as well as to paper.
+Layout CustomerDirectory(const Catalog& catalog, std::string_view database) {
+    LayoutDraft draft(catalog, database);
+    draft.TitleBlock("Customer Directory", "Preferred customers, and all with a credit limit of 20,000 or more",
+                     leftEdge, landscapeRight);
+    draft.RecordCount(3, landscapeRight);
+    draft.Columns({{"Country", "Country", 4, 15, 'L', Primary | HideDuplicates},
+                   {"Country Code", "Code", 20, 5, 'C', HideDuplicates},
+                   {"Company", "Company", 26, 26, 'L', Secondary},
+                   {"Contact", "Contact", 53, 21},
+                   {"City", "City", 75, 14},
+                   {"Customer Since (mmmm yyyy)", "Since", 90, 15},
+                   {"Credit Limit", "Credit Limit", 106, 15, 'R', SubTotal1 | GrandTotal}},
+                  5, leftEdge, landscapeRight);
+    draft.Condition("Preferred", "=", "True");
+    draft.Condition("Credit Limit", ">=", "20000", "OR");
+    draft.Groups(20, 1, 0, 0);
+    draft.Settings().intOrientation = landscape;
+    draft.Settings().intOutputType = textFile;
+    return draft.Take();
+}
+
+}  // namespace
+
+std::vector<SampleLayout> MakeLayouts(const Catalog& catalog, std::string_view databasePath) {
+    std::vector<SampleLayout> layouts;
+    layouts.push_back({"STOCK.REP", StockOnHand(catalog, databasePath)});
+    layouts.push_back({"SALES.REP", SalesByCountry(catalog, databasePath)});
+    layouts.push_back({"ORDERS.REP", OrderBook(catalog, databasePath)});
+    layouts.push_back({"PRICES.REP", PriceList(catalog, databasePath)});
+    layouts.push_back({"CUSTOMER.REP", CustomerDirectory(catalog, databasePath)});
+    return layouts;
+}
+
+}  // namespace quillform::sample
