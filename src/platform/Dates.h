@@ -18,12 +18,13 @@ struct DateParts {
     int weekday = 7;  ///< 1 Sunday .. 7 Saturday
 };
 
+/// RunTimeError InvalidProcedureCall outside years 100..9999, as in every function here that takes a serial.
 DateParts PartsOf(double serial);
 /// Serial of a day; month and day may lie outside their ranges and are carried over, as the platform does. Years 0..29
 /// mean 2000..2029 and 30..99 mean 1930..1999. RunTimeError InvalidProcedureCall outside years 100..9999.
 double DateSerial(int year, int month, int day);
 double TimeSerial(int hour, int minute, int second);
-/// Whole day and time of day of a serial, the latter in [0, 1).
+/// Whole day and time of day of a serial, the latter in [0, 1). These two take any number.
 double DatePartOf(double serial);
 double TimePartOf(double serial);
 
@@ -33,7 +34,8 @@ double TimePartOf(double serial);
 /// year is `currentYear`. Empty if the text is none.
 std::optional<double> ParseDate(std::string_view text, int currentYear);
 
-/// "m/d/yyyy", with " h:mm:ss AM" behind if there is a time of day; the time alone on day 0.
+/// "m/d/yyyy", with " h:mm:ss AM" behind if there is a time of day; the time alone on day 0. A number outside the years
+/// 100 to 9999 is written as a number.
 void AppendGeneralDate(double serial, std::string& out);
 
 enum class DateInterval { Year, Quarter, Month, DayOfYear, Day, Weekday, Week, Hour, Minute, Second };
@@ -45,7 +47,7 @@ double DateAdd(DateInterval interval, double number, double serial);
 double DateDiff(DateInterval interval, double from, double to, int firstDayOfWeek = 1);
 int DatePart(DateInterval interval, double serial, int firstDayOfWeek = 1, int firstWeekOfYear = 1);
 
-std::string_view MonthName(int month);    ///< English, 1..12
+std::string_view MonthName(int month);      ///< English, 1..12
 std::string_view WeekdayName(int weekday);  ///< English, 1 Sunday .. 7
 
 }  // namespace quillform

@@ -178,7 +178,12 @@ private:
         return InRange();
     }
 
-    bool InRange() const { return std::isfinite(NearestDouble(false, result_.digits.View(), result_.pointAt)); }
+    /// A number too large for a Double isn't one; what is too small is zero.
+    bool InRange() {
+        const double number = NearestDouble(false, result_.digits.View(), result_.pointAt);
+        if (number == 0) result_ = NumberText();
+        return std::isfinite(number);
+    }
 
     std::string_view text_;
     std::size_t at_ = 0;

@@ -9,7 +9,8 @@ namespace quillform {
 
 /// Leading number of a text: blanks, tabs and line feeds are skipped everywhere, digits, one sign, one point, an
 /// exponent behind E or D, and &H / &O prefixes are read up to the first character that can't belong to a number.
-/// 0 if there is none. No thousands separators.
+/// 0 if there is none. No thousands separators. RunTimeError Overflow beyond the range of a Double, or of 32 bits with
+/// a prefix.
 double Val(std::string_view text);
 
 /// Plain form: general decimal with one leading blank when not negative. No zero before the point (" .5", "-.5").
@@ -20,7 +21,8 @@ std::string TrimmedStr(double number);
 std::string TrimmedStr(float number);
 
 /// General text of a number when it is joined to a text: 15 significant digits (7 for Single), "0.5" with its zero,
-/// exponent form ("1E+15", "1.5E-05") outside 1E-5 .. 1E15 as the platform writes it.
+/// exponent form ("1E+15", "1.5E-05") from 1E15 (1E7 for Single) up and below 1E-4. "INF", "-INF" and "NaN" for what
+/// isn't a number.
 void AppendGeneralNumber(double number, std::string& out);
 void AppendGeneralNumber(float number, std::string& out);
 void AppendGeneralInteger(std::int64_t number, std::string& out);

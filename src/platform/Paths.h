@@ -17,10 +17,11 @@ struct ResolvedPath {
     bool substituted = false;  ///< found by its file name elsewhere; the user is to be told
 };
 
-/// Finds an existing file by a path as a layout may hold it: `\` or `/`, any case, a drive letter or a UNC head of another
-/// machine. A path that doesn't exist is looked for by its file name in each of `searchFolders`, in order.
+/// Finds an existing file by a path as a layout may hold it: `\` or `/`, any case, a drive letter or a UNC head of
+/// another machine. A path that doesn't exist is looked for by its file name in each of `searchFolders`, in order.
 /// Empty if nothing is found.
-std::optional<ResolvedPath> FindFile(std::string_view path, const std::vector<std::filesystem::path>& searchFolders = {});
+std::optional<ResolvedPath> FindFile(std::string_view path,
+                                     const std::vector<std::filesystem::path>& searchFolders = {});
 
 /// Where a file that is to be written by `path` goes: the folder is found case-blind, the file name stays as given.
 /// Where the folder doesn't exist, the path with `/` for `\`, and the open that follows fails with its own error.
