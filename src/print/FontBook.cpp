@@ -102,7 +102,10 @@ std::uint16_t FontBook::OpenFirstReadable(const FontFile& wanted, const FontSpec
 }
 
 void FontBook::NoteSubstitution(std::string_view wanted, std::string_view found) {
-    std::string sentence = "\"" + std::string(wanted) + "\" is drawn with \"" + std::string(found) + "\".";
+    std::string sentence;
+    for (const std::string_view part :
+         {std::string_view("\""), wanted, std::string_view("\" is drawn with \""), found, std::string_view("\".")})
+        sentence += part;
     if (std::find(substitutions_.begin(), substitutions_.end(), sentence) == substitutions_.end())
         substitutions_.push_back(std::move(sentence));
 }

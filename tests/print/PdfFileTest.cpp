@@ -174,10 +174,10 @@ TEST(PdfFileTest, ManyPagesTakeNoMoreMemoryThanFew) {
     for (int page = 0; page < kPages; ++page) {
         if (page == 500) early = ResidentBytes();
         target->AddOutlineEntry(1 + page % 2, "Group " + std::to_string(page));
-        PrintRows(*target, page * 60, 60);
+        PrintRows(*target, page * 25, 25);
         target->NewPage();
     }
-    // A page is some 20 KB of content, so keeping pages or their objects would show as tens of megabytes.
+    // A page is some 10 KB of content, so keeping pages or their objects would show as tens of megabytes.
     EXPECT_LT(ResidentBytes(), early + 2 * 1024 * 1024);
     target->EndDoc();
     EXPECT_EQ(target->PageCount(), kPages);
