@@ -1,6 +1,7 @@
 #pragma once
 
-#include <functional>
+#include <cstddef>
+#include <memory>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -8,6 +9,9 @@
 #include "model/DataAccess.h"
 
 namespace quillform::sql {
+
+struct CheckedSelect;
+struct CheckedAction;
 
 /// What the checker knows about a database: its tables, by pointer into `Database::TableDefs`-like storage.
 using Schema = std::vector<TableDef>;
@@ -28,16 +32,22 @@ enum class StatementKind { Select, Delete, Insert, Update };
 /// | Text, Memo, Guid         | TEXT; compared, grouped and sorted by the collation QFTEXT       |
 /// | Binary, LongBinary       | BLOB                                                             |
 ///
-/// Functions and operators that SQLite lacks or reads otherwise are calls of functions named "qf_" and the dialect's name
-/// in lower case without `$`: qf_mid, qf_iif, qf_format, qf_dateadd, ...; operators: qf_concat (&), qf_add (+ where an
-/// operand may be text), qf_divide (/), qf_intdiv (\), qf_mod, qf_power (^), qf_like(text, pattern), qf_not, qf_xor,
-/// qf_eqv, qf_imp; aggregates beyond SQLite's: qf_stdev, qf_stdevp, qf_var, qf_varp, qf_first, qf_last. Conversions of
-/// literals to dates are done while preparing.
+/// Conditions may also give SQLite's own 1 and 0 where only their truth counts; as values they are -1 and 0.
+///
+/// Functions and operators that SQLite lacks or reads otherwise are calls of functions named "qf_" and the dialect's
+/// name in lower case without `$`: qf_mid, qf_format, qf_dateadd, ..., with the arguments as written. Exceptions:
+/// qf_instr always has its place to start in front; qf_format(value, mask, type) has the number of the value's type
+/// behind, qf_text(value, type) gives the general text of what isn't a text. IIf, Switch, Choose, Nz and IsNull become
+/// SQLite's CASE, coalesce and IS NULL, so only the branch that is taken is computed. ChrW and AscW are qf_chr and
+/// qf_asc. Where a text is needed it has been converted already; where a number or date is needed and a text stands, it
+/// goes through qf_cdbl or qf_cdate. Operators: qf_concat (& of two texts that may be Null), qf_divide (/), qf_intdiv
+/// (\), qf_mod, qf_power (^), qf_like(text, pattern), and of truths qf_xor, qf_eqv, qf_imp. Aggregates beyond SQLite's:
+/// qf_stdev, qf_stdevp, qf_var, qf_varp, qf_first, qf_last. Conversions of literals to dates are done while preparing.
 struct PreparedStatement {
     StatementKind kind = StatementKind::Select;
     std::string sqlite;
     std::vector<Field> columns;       ///< results of a Select, by plain field name or alias
-    std::vector<std::size_t> tables;  ///< positions in the schema of all tables used
+    std::vector<std::size_t> tables;  ///< positions in the schema of all tables used, each once, sub-selects' included
     std::size_t target = 0;           ///< Delete, Insert, Update: position in the schema of the table changed
     /// Plain result columns: table of `tables` and column that the result column passes on unchanged; -1 otherwise.
     struct Origin {
@@ -45,6 +55,10 @@ struct PreparedStatement {
         int column = -1;
     };
     std::vector<Origin> origins;
+    /// What was written to SQLite, for those who run statements otherwise: see CheckedTree.h. A Select has `select`,
+    /// the others `action`.
+    std::shared_ptr<const CheckedSelect> select;
+    std::shared_ptr<const CheckedAction> action;
 };
 
 /// Parses and checks one statement. Every refusal is a RunTimeError whose sentence names the cause: SyntaxError,
