@@ -9,6 +9,21 @@
 
 namespace quillform {
 
+namespace {
+
+/// SetItemTwips with a sentence that names the item.
+void SetTwips(clssFields& item, const ItemSize& size) {
+    try {
+        SetItemTwips(item, size);
+    } catch (const RunTimeError& error) {
+        throw RunTimeError(error.Number(),
+                           "Item \"" + item.Text +
+                               "\" stands or reaches past the largest position on a page (32767 twips, 22.7 inches).");
+    }
+}
+
+}  // namespace
+
 ReportRun::ReportRun(Layout& layout, Output& output, const Surroundings& surroundings, RunOptions options)
     : layout_(layout), output_(output), surroundings_(surroundings), options_(options) {}
 
@@ -69,7 +84,7 @@ void ReportRun::ResetItems() {
     items_.clear();
     masks_.clear();
     for (clssFields& item : layout_.Fields) {
-        SetItemTwips(item, layout_.PictureOf(item));
+        SetTwips(item, layout_.PictureOf(item));
         item.SubTotal1 = item.SubTotal2 = item.GrandTotal = 0;
         item.LastValue.clear();
         item.ThisValue.clear();

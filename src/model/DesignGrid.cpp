@@ -21,13 +21,19 @@ constexpr PaperRow paperRows[] = {
     {39, {14.875, 11}},  {40, {8.5, 12}},  {41, {8.5, 13}},
 };
 
+constexpr double defaultFontSize = 10;    // points
+constexpr double largestFontSize = 2160;  // points, the platform's limit
+
 constexpr double viewportColumns = 76;  // widest viewport of the surface
 constexpr double viewportInset = 0.5;   // what a narrower viewport loses of its inner width
 
 }  // namespace
 
 FontSpec FontOf(const clssFields& item) {
-    return {item.FontName, item.FontSize, item.FontBold, item.FontItalic, item.FontUnderline};
+    // A size that no font can be set to leaves the item at the size that new items have.
+    const bool canBeSet = item.FontSize > 0 && item.FontSize <= largestFontSize;
+    return {item.FontName, canBeSet ? item.FontSize : defaultFontSize, item.FontBold, item.FontItalic,
+            item.FontUnderline};
 }
 
 ItemSize MeasureItem(const clssFields& item, TextMeasure& measure) {

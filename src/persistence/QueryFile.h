@@ -1,0 +1,18 @@
+#pragma once
+
+#include <string>
+
+#include "model/collQuery.h"
+
+namespace quillform {
+
+/// Appends the lines of a query file to a collection; each field without outer blanks. A line without a comma is passed
+/// over. Gives the number of lines added. RunTimeError FileNotFound ("You've entered an invalid path or filename.") and
+/// the file system's errors.
+int LoadQueries(const std::string& fileName, collQuery& queries);
+
+/// Writes the lines of a collection, whole or not at all. RunTimeError InvalidArgument for a name that doesn't end in
+/// ".QRY" in any case, and the file system's errors.
+void SaveQueries(const std::string& fileName, const collQuery& queries);
+
+}  // namespace quillform
