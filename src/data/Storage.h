@@ -40,6 +40,11 @@ public:
     virtual ~StoredTable() = default;
     virtual const TableDef& Definition() const = 0;
     virtual std::unique_ptr<TableScan> Scan() const = 0;
+    /// The same for a caller who promises to ask for these columns only, where a storage can make use of that.
+    virtual std::unique_ptr<TableScan> ScanColumns(std::span<const int> columns) const {
+        static_cast<void>(columns);
+        return Scan();
+    }
     virtual std::unique_ptr<RowReader> Reader() const = 0;
     /// As the file has it noted, which may be wrong: good for planning only.
     virtual std::int64_t RowEstimate() const = 0;
