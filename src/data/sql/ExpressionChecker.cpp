@@ -2,6 +2,7 @@
 
 #include <limits>
 
+#include "data/sql/ComparedLiteral.h"
 #include "data/sql/TypeRules.h"
 #include "platform/Dates.h"
 #include "platform/Text.h"
@@ -144,6 +145,7 @@ ExpressionRef ExpressionChecker::CheckBinary(const Syntax& expression) {
     }
     if (IsComparison(op)) {
         MakeComparable(left, right, currentYear_);
+        if (ExpressionRef near = ByGeneralText(op, left, right)) return near;
         return MakeOperation(op, FieldType::Boolean, {std::move(left), std::move(right)});
     }
     return CheckArithmetic(op, std::move(left), std::move(right));

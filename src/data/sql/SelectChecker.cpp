@@ -44,7 +44,7 @@ void SelectChecker::CheckCore(const syntax::Select& select) {
     if (select.where) checked_->where = AsCondition(CheckIn(Clause::Where, *select.where));
     CheckGroups(select);
     CountContributions();
-    checked_->distinctRows = select.distinctRow && !checked_->grouped && !checked_->distinct;
+    checked_->distinctRows = select.distinctRow && !checked_->grouped && !checked_->distinct && SomeContribute();
 }
 
 Scope SelectChecker::MakeScope(Clause clause) const {
@@ -122,6 +122,17 @@ void Contribute(const CheckedExpression& expression, CheckedSelect& select) {
 
 void SelectChecker::CountContributions() {
     for (const CheckedColumn& column : checked_->columns) Contribute(*column.expression, *checked_);
+}
+
+/// Whether some sources but not all have a part in the result. Rows of a select have no identity to go by.
+bool SelectChecker::SomeContribute() const {
+    std::size_t contributing = 0;
+    for (const CheckedSource& source : checked_->sources) {
+        if (source.contributed == 0) continue;
+        if (source.select) return false;
+        ++contributing;
+    }
+    return contributing > 0 && contributing < checked_->sources.size();
 }
 
 void SelectChecker::CheckGroups(const syntax::Select& select) {

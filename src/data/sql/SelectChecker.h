@@ -28,6 +28,7 @@ private:
     void AddColumn(const syntax::SelectColumn& column);
     ExpressionRef ColumnUnderAlias(const std::string& name) const;
     void CountContributions();
+    bool SomeContribute() const;
     // Sorting and grouping
     void CheckGroups(const syntax::Select& select);
     void CheckOrderBy(const syntax::Select& select);

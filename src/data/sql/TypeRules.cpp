@@ -137,6 +137,13 @@ ExpressionRef MakeConversion(Kind kind, ExpressionRef operand, FieldType type) {
     return made;
 }
 
+ExpressionRef MakeNumber(double number) {
+    constexpr double most = 2147483647;
+    if (std::trunc(number) != number || std::abs(number) > most)
+        return MakeConstant(Value::Double(number), FieldType::Double);
+    return MakeConstant(Value::Integer(static_cast<std::int64_t>(number)), FieldType::Long);
+}
+
 std::string Described(const CheckedExpression& expression) {
     if (expression.isNull) return "Null";
     const std::string type(FieldTypeName(expression.type.Type));
@@ -178,7 +185,7 @@ ExpressionRef LiteralAs(const CheckedExpression& literal, TypeFamily family, int
     const std::string_view text = literal.constant.View().text;
     switch (family) {
         case TypeFamily::Number:
-            if (const auto number = ParseNumber(text)) return MakeConstant(Value::Double(*number), FieldType::Double);
+            if (const auto number = ParseNumber(text)) return MakeNumber(*number);
             break;
         case TypeFamily::Date:
             if (const auto serial = ParseDate(text, currentYear))

@@ -21,6 +21,8 @@ FieldType CommonType(FieldType left, FieldType right);
 
 ExpressionRef MakeNull();
 ExpressionRef MakeConstant(Value value, FieldType type);
+/// A Long where the number is one, else a Double.
+ExpressionRef MakeNumber(double number);
 /// A node of one operand that has a type of its own.
 ExpressionRef MakeConversion(CheckedExpression::Kind kind, ExpressionRef operand, FieldType type);
 

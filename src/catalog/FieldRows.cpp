@@ -1,0 +1,93 @@
+#include "catalog/FieldRows.h"
+
+#include <string>
+
+#include "catalog/MaskDisplayLength.h"
+#include "platform/Text.h"
+
+namespace quillform {
+
+namespace {
+
+constexpr int booleanWidth = 5;  // "False"
+
+CatalogRow PlainRow(std::string_view table, const Field& field, std::string text) {
+    CatalogRow row;
+    row.field = field.Name;
+    row.table = table;
+    row.text = std::move(text);
+    row.mask = " ";
+    row.aliasName = " ";
+    row.parameter1 = " ";
+    row.parameter2 = " ";
+    return row;
+}
+
+CatalogRow MaskedRow(std::string_view table, const Field& field, std::string text, std::string_view mask) {
+    CatalogRow row = PlainRow(table, field, std::move(text));
+    row.defaultLength = MaskDisplayLength(mask);
+    row.mask = mask;
+    return row;
+}
+
+}  // namespace
+
+FieldKind FieldKindOf(FieldType type) {
+    switch (type) {
+        case FieldType::Boolean:
+            return FieldKind::Boolean;
+        case FieldType::Date:
+            return FieldKind::Date;
+        case FieldType::Text:
+            return FieldKind::Text;
+        case FieldType::Byte:
+        case FieldType::Integer:
+        case FieldType::Long:
+        case FieldType::Currency:
+        case FieldType::Single:
+        case FieldType::Double:
+        case FieldType::Binary:
+        case FieldType::LongBinary:
+        case FieldType::Memo:
+        case FieldType::Guid:
+        case FieldType::Decimal:
+            return FieldKind::Number;
+    }
+    return FieldKind::Number;
+}
+
+std::string_view ProposedNumberMask(FieldType type) {
+    return type == FieldType::Single || type == FieldType::Double ? "###,###,##0.00" : "###,###,##0";
+}
+
+CatalogRow NumberRow(std::string_view table, const Field& field, std::string_view description, std::string_view mask) {
+    CatalogRow row = MaskedRow(table, field, std::string(description), mask);
+    row.numeric = true;
+    return row;
+}
+
+CatalogRow TextRow(std::string_view table, const Field& field, std::string_view description, std::string_view mask) {
+    CatalogRow row = PlainRow(table, field, std::string(description));
+    row.defaultLength = field.Size;
+    row.mask += mask;
+    return row;
+}
+
+CatalogRow BooleanRow(std::string_view table, const Field& field, std::string_view description) {
+    CatalogRow row = PlainRow(table, field, std::string(description));
+    row.defaultLength = booleanWidth;
+    return row;
+}
+
+CatalogRow DateRow(std::string_view table, const Field& field, std::string_view description, std::string_view mask) {
+    return MaskedRow(table, field, std::string(Trim(description)) + " (" + std::string(Trim(mask)) + ")", mask);
+}
+
+CatalogRow TextDateRow(std::string_view table, const Field& field, std::string_view description,
+                       std::string_view mask) {
+    CatalogRow row = MaskedRow(table, field, std::string(description) + "(" + std::string(Trim(mask)) + ")", mask);
+    row.isTextDate = true;
+    return row;
+}
+
+}  // namespace quillform

@@ -1,0 +1,216 @@
+#include "catalog/TableLinks.h"
+
+#include <algorithm>
+#include <cstddef>
+#include <iterator>
+#include <numeric>
+#include <optional>
+#include <string_view>
+#include <tuple>
+
+#include "platform/Text.h"
+
+namespace quillform {
+
+namespace {
+
+constexpr std::string_view keyEndings[] = {"id", "no", "nr", "num", "number", "code", "key", "#"};
+
+// Every table may have such a field, and it means something else in each.
+constexpr std::string_view commonNames[] = {"id",          "no",     "nr",      "num",        "number", "code",
+                                            "key",         "#",      "counter", "autonumber", "name",   "type",
+                                            "description", "status", "date",    "index",      "title"};
+
+/// Types whose values can be compared with each other.
+enum class Comparison { None, Number, Text, Date, Guid };
+
+Comparison ComparisonOf(FieldType type) {
+    switch (type) {
+        case FieldType::Byte:
+        case FieldType::Integer:
+        case FieldType::Long:
+        case FieldType::Currency:
+        case FieldType::Single:
+        case FieldType::Double:
+        case FieldType::Decimal:
+            return Comparison::Number;
+        case FieldType::Text:
+            return Comparison::Text;
+        case FieldType::Date:
+            return Comparison::Date;
+        case FieldType::Guid:
+            return Comparison::Guid;
+        case FieldType::Boolean:
+        case FieldType::Binary:
+        case FieldType::LongBinary:
+        case FieldType::Memo:
+            return Comparison::None;
+    }
+    return Comparison::None;
+}
+
+bool CanCompare(const Field& left, const Field& right) {
+    const Comparison comparison = ComparisonOf(left.Type);
+    return comparison != Comparison::None && comparison == ComparisonOf(right.Type);
+}
+
+bool IsCommonName(std::string_view name) {
+    const std::string lower = LowerCase(name);
+    return std::find(std::begin(commonNames), std::end(commonNames), lower) != std::end(commonNames);
+}
+
+bool ReadsAsKey(std::string_view name) {
+    const std::string lower = LowerCase(name);
+    return std::any_of(std::begin(keyEndings), std::end(keyEndings),
+                       [&](std::string_view ending) { return lower.ends_with(ending); });
+}
+
+/// The single field that tells the rows of a table apart; null if there is none or its name could be any table's.
+const Field* KeyOf(const TableDef& table) {
+    const auto fieldOf = [&](const IndexDef& index) -> const Field* {
+        const int found = index.Columns.size() == 1 ? table.FindField(index.Columns[0].Name) : -1;
+        return found < 0 ? nullptr : &table.Fields[static_cast<std::size_t>(found)];
+    };
+    const auto named = [](const Field* field) { return field && !IsCommonName(field->Name) ? field : nullptr; };
+    for (const IndexDef& index : table.Indexes)
+        if (index.Primary) return named(fieldOf(index));
+    for (const IndexDef& index : table.Indexes)
+        if (index.Unique && fieldOf(index)) return named(fieldOf(index));
+    if (table.Fields.empty() || !ReadsAsKey(table.Fields[0].Name)) return nullptr;
+    return named(&table.Fields[0]);
+}
+
+/// Which tables are connected by the links so far.
+class Forest {
+public:
+    explicit Forest(std::size_t count) : parents_(count) { std::iota(parents_.begin(), parents_.end(), 0U); }
+
+    bool AreConnected(std::size_t left, std::size_t right) const { return RootOf(left) == RootOf(right); }
+    void Connect(std::size_t left, std::size_t right) { parents_[RootOf(left)] = RootOf(right); }
+
+private:
+    std::size_t RootOf(std::size_t node) const {
+        while (parents_[node] != node) node = parents_[node];
+        return node;
+    }
+    std::vector<std::size_t> parents_;
+};
+
+/// A pair of tables by their positions, and the fields that link them; `left` is below `right`.
+struct Link {
+    std::size_t left;
+    std::size_t right;
+    const Field* leftField;
+    const Field* rightField;
+};
+
+class Linker {
+public:
+    explicit Linker(const std::vector<TableDef>& tables) : tables_(tables), forest_(tables.size()) {
+        for (const TableDef& table : tables_) keys_.push_back(KeyOf(table));
+    }
+
+    void TakeOwn(const Relation& relation) {
+        const std::optional<std::size_t> one = Find(relation.Table);
+        const std::optional<std::size_t> many = Find(relation.ForeignTable);
+        if (!one || !many || relation.Fields.empty() || relation.ForeignFields.empty()) return;
+        const std::string name = "The relation \"" + relation.Name + "\"";
+        if (*one == *many) return LeaveOut(name + " links \"" + relation.Table + "\" with itself; it is left out.");
+        const Field* oneField = FieldOf(*one, relation.Fields[0]);
+        const Field* manyField = FieldOf(*many, relation.ForeignFields[0]);
+        if (!oneField || !manyField) return LeaveOut(name + " names a field that doesn't exist; it is left out.");
+        if (forest_.AreConnected(*one, *many))
+            return LeaveOut(name + " between \"" + relation.Table + "\" and \"" + relation.ForeignTable +
+                            "\" is left out: they are linked already, and a report joins a table only once.");
+        if (relation.Fields.size() > 1)
+            LeaveOut(name + " has " + std::to_string(relation.Fields.size()) +
+                     " pairs of fields, and only the first is used: a report over it may repeat records.");
+        Add(*one, *many, oneField, manyField);
+    }
+
+    /// Fields of one table that are named as the key of another.
+    void GuessReferences() {
+        ForEachPair([&](std::size_t left, std::size_t right) {
+            GuessReference(left, right);
+            GuessReference(right, left);
+        });
+    }
+    /// Tables whose keys have one name.
+    void GuessSharedKeys() {
+        ForEachPair([&](std::size_t left, std::size_t right) {
+            if (keys_[left] && keys_[right] && EqualCaseBlind(keys_[left]->Name, keys_[right]->Name))
+                Guess(left, right, keys_[left], keys_[right]);
+        });
+    }
+
+    TableLinks Result() {
+        std::sort(links_.begin(), links_.end(),
+                  [](const Link& a, const Link& b) { return std::tie(a.left, a.right) < std::tie(b.left, b.right); });
+        for (const Link& link : links_)
+            result_.relations.push_back(
+                {tables_[link.left].Name, tables_[link.right].Name, link.leftField->Name, link.rightField->Name});
+        return std::move(result_);
+    }
+
+private:
+    template <typename Action>
+    void ForEachPair(Action action) const {
+        for (std::size_t i = 0; i < tables_.size(); ++i)
+            for (std::size_t j = i + 1; j < tables_.size(); ++j) action(i, j);
+    }
+
+    std::optional<std::size_t> Find(std::string_view name) const {
+        for (std::size_t i = 0; i < tables_.size(); ++i)
+            if (EqualCaseBlind(tables_[i].Name, name)) return i;
+        return std::nullopt;
+    }
+    const Field* FieldOf(std::size_t table, std::string_view name) const {
+        const int found = tables_[table].FindField(name);
+        return found < 0 ? nullptr : &tables_[table].Fields[static_cast<std::size_t>(found)];
+    }
+    bool AreLinked(std::size_t left, std::size_t right) const {
+        return std::any_of(links_.begin(), links_.end(), [&](const Link& link) {
+            return link.left == std::min(left, right) && link.right == std::max(left, right);
+        });
+    }
+
+    void GuessReference(std::size_t from, std::size_t to) {
+        const Field* key = keys_[to];
+        if (!key) return;
+        const Field* field = FieldOf(from, key->Name);
+        if (field && field != keys_[from]) Guess(from, to, field, key);
+    }
+    void Guess(std::size_t one, std::size_t other, const Field* oneField, const Field* otherField) {
+        if (!CanCompare(*oneField, *otherField) || AreLinked(one, other)) return;
+        if (!forest_.AreConnected(one, other)) return Add(one, other, oneField, otherField);
+        LeaveOut("\"" + tables_[one].Name + "\" and \"" + tables_[other].Name + "\" both have the field \"" +
+                 oneField->Name + "\", but are linked by way of other tables already; no relation is made of it.");
+    }
+
+    void Add(std::size_t one, std::size_t other, const Field* oneField, const Field* otherField) {
+        forest_.Connect(one, other);
+        if (one < other)
+            links_.push_back({one, other, oneField, otherField});
+        else
+            links_.push_back({other, one, otherField, oneField});
+    }
+    void LeaveOut(std::string sentence) { result_.leftOut.push_back(std::move(sentence)); }
+
+    const std::vector<TableDef>& tables_;
+    std::vector<const Field*> keys_;
+    Forest forest_;
+    std::vector<Link> links_;
+    TableLinks result_;
+};
+
+}  // namespace
+
+TableLinks LinkTables(const std::vector<TableDef>& tables, const std::vector<Relation>& own) {
+    Linker linker(tables);
+    for (const Relation& relation : own) linker.TakeOwn(relation);
+    linker.GuessReferences();
+    linker.GuessSharedKeys();
+    return linker.Result();
+}
+
+}  // namespace quillform
