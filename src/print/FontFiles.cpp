@@ -9,6 +9,12 @@
 #include "platform/RunTimeError.h"
 #include "platform/Text.h"
 
+#if defined(__SANITIZE_ADDRESS__)
+// fontconfig reaches the rules of its configuration by offsets, which the leak checker doesn't see as pointers.
+extern "C" const char* __lsan_default_suppressions();
+extern "C" const char* __lsan_default_suppressions() { return "leak:libfontconfig\n"; }
+#endif
+
 namespace quillform::print {
 
 namespace {

@@ -38,8 +38,8 @@ SubsetInput InputFor(const Characters& characters) {
         if (character.used) hb_set_add(glyphs, character.glyph);
     }
     // Glyphs are addressed by number and placed by us: what maps, names and shapes them would only take room. Hints
-    // would move outlines off the places that were measured.
-    hb_subset_input_set_flags(input.get(), HB_SUBSET_FLAGS_NO_HINTING);
+    // would move outlines off the places that were measured. The box for missing characters stays to be seen.
+    hb_subset_input_set_flags(input.get(), HB_SUBSET_FLAGS_NO_HINTING | HB_SUBSET_FLAGS_NOTDEF_OUTLINE);
     hb_set_t* dropped = hb_subset_input_set(input.get(), HB_SUBSET_SETS_DROP_TABLE_TAG);
     for (const char* tag : {"cmap", "name", "post", "OS/2", "GSUB", "GPOS", "GDEF", "kern", "gasp", "hdmx", "VDMX",
                             "LTSH", "DSIG", "FFTM", "PCLT"}) {

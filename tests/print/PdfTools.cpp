@@ -7,7 +7,6 @@
 #include <cstdio>
 #include <cstdlib>
 #include <fstream>
-#include <regex>
 #include <sstream>
 #include <stdexcept>
 
@@ -53,14 +52,18 @@ bool HasTool(const std::string& name) { return RunTool("command -v " + name).exi
 
 std::string Quoted(const std::filesystem::path& path) { return "'" + path.string() + "'"; }
 
+// Lines such as <word xMin="18.0" yMin="18.1" xMax="55.3" yMax="29.3">text</word>.
 std::vector<Word> WordsOf(const std::filesystem::path& pdf) {
-    const std::string page = RunTool("pdftotext -l 1 -bbox " + Quoted(pdf) + " -").output;
-    static const std::regex line(
-        "<word xMin=\"([-0-9.]+)\" yMin=\"([-0-9.]+)\" xMax=\"([-0-9.]+)\" yMax=\"([-0-9.]+)\">(.*)</word>");
+    std::istringstream page(RunTool("pdftotext -l 1 -bbox " + Quoted(pdf) + " -").output);
     std::vector<Word> words;
-    for (std::sregex_iterator match(page.begin(), page.end(), line), end; match != end; ++match) {
-        const auto twips = [&](std::size_t group) { return std::stod((*match)[group]) * 20 - kEdge; };
-        words.push_back({(*match)[5], twips(1), twips(2), twips(3), twips(4)});
+    for (std::string line; std::getline(page, line);) {
+        const std::size_t text = line.find("\">"), end = line.find("</word>");
+        if (line.find("<word ") == std::string::npos || text == std::string::npos || end == std::string::npos) continue;
+        const auto twips = [&](const std::string& name) {
+            return std::stod(line.substr(line.find(name + "=\"") + name.size() + 2)) * 20 - kEdge;
+        };
+        words.push_back(
+            {line.substr(text + 2, end - text - 2), twips("xMin"), twips("yMin"), twips("xMax"), twips("yMax")});
     }
     return words;
 }
