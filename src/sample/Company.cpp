@@ -15,6 +15,7 @@ namespace {
 constexpr int year = 2025;
 constexpr int daysInYear = 365;
 constexpr std::size_t customersPerCountry = 8;
+constexpr int mostLines = 5;                // of an order
 constexpr std::int64_t unitsPerCent = 100;  // of a Currency value, which counts ten-thousandths
 
 /// SplitMix64. The standard library's distributions differ between implementations, so choices are made here.
@@ -139,12 +140,24 @@ std::vector<Customer> MakeCustomers(Draw& draw) {
     return customers;
 }
 
+/// A product that the order, whose lines so far are the last ones made, doesn't have yet.
+std::size_t NewProduct(Draw& draw, const Company& company, int order) {
+    for (;;) {
+        const auto product = static_cast<std::size_t>(draw.Below(static_cast<int>(company.products.size())));
+        const bool isTaken =
+            std::any_of(company.lines.rbegin(),
+                        company.lines.rbegin() + std::min<std::ptrdiff_t>(mostLines, std::ssize(company.lines)),
+                        [&](const OrderLine& line) { return line.order == order && line.product == product; });
+        if (!isTaken) return product;
+    }
+}
+
 OrderLine MakeLine(Draw& draw, const Company& company, int order, int line) {
     constexpr std::array<int, 6> discountPercents = {0, 0, 0, 0, 5, 10};
     OrderLine made;
     made.order = order;
     made.line = line;
-    made.product = static_cast<std::size_t>(draw.Below(static_cast<int>(company.products.size())));
+    made.product = NewProduct(draw, company, order);
     made.quantity = draw.Between(1, 24);
     made.price = company.products[made.product].price;
     const int percent =
@@ -182,7 +195,7 @@ void MakeOrders(Draw& draw, Company& company, int count) {
         if (IsSunday(date)) date -= 1;
         const int number = 20001 + i;
         company.orders.push_back(MakeOrder(draw, company, number, date));
-        const int lines = draw.Between(1, 5);
+        const int lines = draw.Between(1, mostLines);
         for (int line = 1; line <= lines; ++line) company.lines.push_back(MakeLine(draw, company, number, line));
     }
 }

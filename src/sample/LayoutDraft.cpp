@@ -6,17 +6,17 @@ namespace quillform::sample {
 
 namespace {
 
-// Colour numbers. A box is filled with the number behind the item's own (the program's rule), so 0 fills in navy.
-constexpr int navy = 1;
 constexpr int grey = 8;
 constexpr int white = 15;
-constexpr int navyFill = 0;
+/// A box is filled with the colour behind the item's own number; this number fills with `colour`.
+constexpr int FillOf(int colour) { return colour - 1; }
 
 constexpr double titleSize = 18;
 
 }  // namespace
 
-LayoutDraft::LayoutDraft(const Catalog& catalog, std::string_view databasePath) : catalog_(catalog) {
+LayoutDraft::LayoutDraft(const Catalog& catalog, std::string_view databasePath, Accent accent)
+    : catalog_(catalog), accent_(accent) {
     layout_.ClearLayout();
     layout_.settings.strDatabase[1] = databasePath;
     layout_.settings.intDatabaseCount = 1;
@@ -26,61 +26,70 @@ void LayoutDraft::TitleBlock(std::string_view title, std::string_view explanatio
     const auto characters = [](std::string_view text) { return static_cast<int>(CountCharacters(text)); };
     constexpr int dateLength = 18;  // "September 30, 2025"
     constexpr int pageLength = 4;
+    constexpr int numberLength = 2;
     const Look beside{.foreColour = grey, .alignment = 'R'};
     Add(ItemCode::HeadingText, title, 0, left, characters(title),
-        {.size = titleSize, .bold = true, .foreColour = navy});
+        {.font = accent_.titleFont, .size = titleSize, .bold = true, .foreColour = accent_.colour});
     Add(ItemCode::LongDate, "Date", 0, right - dateLength - 1, dateLength, beside);
     Add(ItemCode::HeadingText, explanation, 2, left, characters(explanation), {.italic = true, .foreColour = grey});
-    Add(ItemCode::HeadingText, "Page", 2, right - 2 * pageLength - 2, pageLength, beside);
-    Add(ItemCode::PageNumber, "Page Number", 2, right - pageLength - 1, pageLength, beside);
-}
-
-void LayoutDraft::HeadingText(std::string_view text, int row, int left, int length, const Look& look) {
-    Add(ItemCode::HeadingText, text, row, left, length, look);
+    Add(ItemCode::HeadingText, "Page", 2, right - pageLength - numberLength - 2, pageLength, beside);
+    Add(ItemCode::PageNumber, "Page Number", 2, right - numberLength - 1, numberLength, beside);
 }
 
 void LayoutDraft::RecordCount(int row, int right) {
     constexpr int labelLength = 8;
-    constexpr int countLength = 6;
+    constexpr int countLength = 5;
     const Look look{.foreColour = grey, .alignment = 'R'};
     Add(ItemCode::HeadingText, "Records", row, right - countLength - labelLength - 2, labelLength, look);
     Add(ItemCode::RecordCount, "Record Count", row, right - countLength - 1, countLength, look);
 }
 
-void LayoutDraft::Columns(const std::vector<ColumnPlan>& columns, int headingRow, int left, int right,
-                          const Look& detail) {
-    Look band{.bold = true, .foreColour = white, .backColour = navyFill};
-    // One cell of the band's colour at either end, so that the headings don't touch its edges.
-    Look edge = band;
-    edge.size = 8;
-    Add(ItemCode::HeadingText, "", headingRow, left - 1, 1, edge);
-    for (const ColumnPlan& column : columns) {
-        if (column.heading.empty()) continue;
-        band.alignment = column.alignment;
-        Add(ItemCode::HeadingText, column.heading, headingRow, column.left, column.length, band);
-    }
-    Add(ItemCode::HeadingText, "", headingRow, right, 1, edge);
-    for (const ColumnPlan& column : columns) {
-        const CatalogRow& row = RowOf(column.field);
-        Look look = detail;
-        look.alignment = column.alignment;
-        if ((column.traits & (Primary | Secondary)) != 0) look.bold = true;
-        if ((column.traits & Primary) != 0) look.foreColour = navy;
-        clssFields& item = Add(row.id, row.text, headingRow + 1 + column.row, column.left, column.length, look);
-        item.Mask = row.mask;
-        item.PrimarySort = (column.traits & Primary) != 0;
-        item.SecondarySort = (column.traits & Secondary) != 0;
-        item.TriarySort = (column.traits & Third) != 0;
-        item.SuppressDuplicate = (column.traits & HideDuplicates) != 0;
-        item.SubTotalFlag1 = (column.traits & SubTotal1) != 0;
-        item.SubTotalFlag2 = (column.traits & SubTotal2) != 0;
-        item.GrandTotalFlag = (column.traits & GrandTotal) != 0;
-    }
+void LayoutDraft::Columns(const std::vector<ColumnPlan>& columns, int headingRow, int left, int right) {
+    Band(columns, headingRow, left, right);
+    for (const ColumnPlan& column : columns) DetailItem(column, headingRow + 2 + column.row);
 }
 
-void LayoutDraft::DetailText(std::string_view text, int row, int left, int length, const Look& look) {
-    Add(ItemCode::Text, text, row, left, length, look);
+void LayoutDraft::Band(const std::vector<ColumnPlan>& columns, int row, int left, int right) {
+    Look band{.bold = true, .foreColour = white, .backColour = FillOf(accent_.colour)};
+    // The colour goes through the gaps and one cell beyond either edge; at this size an item of one character takes
+    // one cell.
+    Look filler = band;
+    filler.size = 8;
+    int end = left - 1;
+    const auto fillTo = [&](int column) {
+        while (end < column) Add(ItemCode::HeadingText, "", row, end++, 1, filler);
+    };
+    for (const ColumnPlan& column : columns) {
+        if (column.heading.empty()) continue;
+        fillTo(column.left);
+        band.alignment = column.alignment;
+        Add(ItemCode::HeadingText, column.heading, row, column.left, column.length, band);
+        end = column.left + column.length + 1;
+    }
+    fillTo(right + 1);
 }
+
+void LayoutDraft::DetailItem(const ColumnPlan& column, int row) {
+    const CatalogRow& source = RowOf(column.field);
+    Look look{.alignment = column.alignment};
+    look.bold = (column.traits & (Primary | Secondary)) != 0;
+    if ((column.traits & Primary) != 0) look.foreColour = accent_.colour;
+    if (column.row > 0) {
+        look.italic = true;
+        look.foreColour = grey;
+    }
+    clssFields& item = Add(source.id, source.text, row, column.left, column.length, look);
+    item.Mask = source.mask;
+    item.PrimarySort = (column.traits & Primary) != 0;
+    item.SecondarySort = (column.traits & Secondary) != 0;
+    item.TriarySort = (column.traits & Third) != 0;
+    item.SuppressDuplicate = (column.traits & HideDuplicates) != 0;
+    item.SubTotalFlag1 = (column.traits & SubTotal1) != 0;
+    item.SubTotalFlag2 = (column.traits & SubTotal2) != 0;
+    item.GrandTotalFlag = (column.traits & GrandTotal) != 0;
+}
+
+void LayoutDraft::Spacer(int row, int left) { Add(ItemCode::Text, "", row, left, 1, {}); }
 
 void LayoutDraft::Condition(std::string_view field, std::string_view comparison, std::string_view value,
                             std::string_view join) {

@@ -44,24 +44,30 @@ struct ColumnPlan {
     int row = 0;  ///< row within the detail, from 0
 };
 
+/// What sets one report apart from another: the colour of title, band and groups (a number from 1 to 8) and the title's
+/// font.
+struct Accent {
+    int colour = 1;
+    std::string_view titleFont = "Arial";
+};
+
 /// Puts a layout together from above: title, column headings, columns, conditions.
 ///
 /// Columns are in "Arial" 9, in which `n` capital X take n cells and a hair, so the box of an item is one cell wider
 /// than its Length: neighbours stand side by side on paper and one blank apart in a text file.
 class LayoutDraft {
 public:
-    LayoutDraft(const Catalog& catalog, std::string_view databasePath);
+    LayoutDraft(const Catalog& catalog, std::string_view databasePath, Accent accent);
 
     /// Title and what stands beside and below it: the date, the page number, a line of explanation. `left` and `right`
     /// are the edges of the report.
     void TitleBlock(std::string_view title, std::string_view explanation, int left, int right);
-    /// A heading text of one's own.
-    void HeadingText(std::string_view text, int row, int left, int length, const Look& look);
     void RecordCount(int row, int right);
-    /// The columns with their headings in a filled band at `headingRow`; the detail begins on the row below.
-    void Columns(const std::vector<ColumnPlan>& columns, int headingRow, int left, int right, const Look& detail = {});
-    /// A text that stands in every detail row.
-    void DetailText(std::string_view text, int row, int left, int length, const Look& look);
+    /// The columns with their headings in a filled band at `headingRow`; the detail begins two rows below.
+    /// Rows of the detail after the first are set back in grey italics.
+    void Columns(const std::vector<ColumnPlan>& columns, int headingRow, int left, int right);
+    /// An empty row of the detail, to set the records apart.
+    void Spacer(int row, int left);
     /// A condition on a catalog row; `join` is "AND" or "OR".
     void Condition(std::string_view field, std::string_view comparison, std::string_view value,
                    std::string_view join = "AND");
@@ -72,10 +78,13 @@ public:
     Layout Take() { return std::move(layout_); }
 
 private:
+    void Band(const std::vector<ColumnPlan>& columns, int row, int left, int right);
+    void DetailItem(const ColumnPlan& column, int row);
     clssFields& Add(int code, std::string_view text, int row, int left, int length, const Look& look);
     const CatalogRow& RowOf(std::string_view text) const;
 
     const Catalog& catalog_;
+    Accent accent_;
     Layout layout_;
 };
 

@@ -10,12 +10,19 @@ namespace {
 constexpr int leftEdge = 4;
 constexpr int portraitRight = 92;
 constexpr int landscapeRight = 122;
+
+constexpr Accent navy{1};
+constexpr Accent green{2};
+constexpr Accent teal{3, "Times New Roman"};
+constexpr Accent maroon{4};
+constexpr Accent purple{5};
+
 constexpr std::int16_t landscape = 0;
 constexpr std::int16_t textFile = 2;
 
 /// Two levels from two columns: the account, and in it the department, which is the beginning of the stock code.
 Layout StockOnHand(const Catalog& catalog, std::string_view database) {
-    LayoutDraft draft(catalog, database);
+    LayoutDraft draft(catalog, database, navy);
     draft.TitleBlock("Stock on Hand", "By account and department, with quantities and cost", leftEdge, portraitRight);
     draft.RecordCount(3, portraitRight);
     draft.Columns({{"Account #", "Account", 4, 9, 'L', Primary | HideDuplicates},
@@ -29,9 +36,10 @@ Layout StockOnHand(const Catalog& catalog, std::string_view database) {
     return draft.Take();
 }
 
-/// Four tables joined, a condition on a date, subtotals for each customer and country.
+/// Four tables joined (each must follow one that it is linked to, hence the quantity before the product), a condition
+/// on a date, subtotals for each customer and country.
 Layout SalesByCountry(const Catalog& catalog, std::string_view database) {
-    LayoutDraft draft(catalog, database);
+    LayoutDraft draft(catalog, database, green);
     draft.TitleBlock("Sales by Country and Customer", "Orders of the last quarter, line by line", leftEdge,
                      landscapeRight);
     draft.RecordCount(3, landscapeRight);
@@ -39,8 +47,8 @@ Layout SalesByCountry(const Catalog& catalog, std::string_view database) {
                    {"Company", "Customer", 20, 26, 'L', Secondary | HideDuplicates},
                    {"Order Number", "Order", 47, 7, 'L', Third | HideDuplicates},
                    {"Order Date (mm/dd/yyyy)", "Date", 55, 11},
-                   {"Product", "Product", 67, 22},
-                   {"Quantity", "Quantity", 90, 8, 'R', AllTotals},
+                   {"Quantity", "Qty", 67, 7, 'R', AllTotals},
+                   {"Product", "Product", 76, 22},
                    {"Price", "Price", 99, 9, 'R'},
                    {"Amount", "Amount", 109, 12, 'R', AllTotals}},
                   5, leftEdge, landscapeRight);
@@ -52,7 +60,7 @@ Layout SalesByCountry(const Catalog& catalog, std::string_view database) {
 
 /// A detail of two rows, dates and times kept as digits in text columns, a page for each salesperson.
 Layout OrderBook(const Catalog& catalog, std::string_view database) {
-    LayoutDraft draft(catalog, database);
+    LayoutDraft draft(catalog, database, maroon);
     draft.TitleBlock("Order Book", "Orders due in December, with their customers; one page for each salesperson",
                      leftEdge, landscapeRight);
     draft.Columns({{"Salesperson", "Salesperson", 4, 18, 'L', Primary | HideDuplicates},
@@ -77,15 +85,16 @@ Layout OrderBook(const Catalog& catalog, std::string_view database) {
 
 /// Descriptions from a memo column below each product.
 Layout PriceList(const Catalog& catalog, std::string_view database) {
-    LayoutDraft draft(catalog, database);
+    LayoutDraft draft(catalog, database, teal);
     draft.TitleBlock("Price List", "Household goods for kitchen, table, garden and workshop", leftEdge, portraitRight);
     draft.Columns({{"Category", "Category", 4, 15, 'L', Primary | HideDuplicates},
                    {"Product", "Product", 20, 30, 'L', Secondary},
                    {"Unit", "Unit", 51, 12},
-                   {"Weight in kg", "Weight", 64, 9, 'R'},
+                   {"Weight in kg", "kg", 64, 9, 'R'},
                    {"Unit Price", "Price", 74, 17, 'R'},
                    {"Product Description", "", 20, 70, 'L', None, 1}},
                   4, leftEdge, portraitRight);
+    draft.Spacer(8, 20);
     draft.Condition("Discontinued", "=", "False");
     draft.Groups(15, 1, 0, 0);
     return draft.Take();
@@ -93,17 +102,17 @@ Layout PriceList(const Catalog& catalog, std::string_view database) {
 
 /// One line for each customer; goes to a text file as well as to paper.
 Layout CustomerDirectory(const Catalog& catalog, std::string_view database) {
-    LayoutDraft draft(catalog, database);
+    LayoutDraft draft(catalog, database, purple);
     draft.TitleBlock("Customer Directory", "Preferred customers, and all with a credit limit of 20,000 or more",
                      leftEdge, landscapeRight);
     draft.RecordCount(3, landscapeRight);
     draft.Columns({{"Country", "Country", 4, 15, 'L', Primary | HideDuplicates},
                    {"Country Code", "Code", 20, 5, 'C', HideDuplicates},
-                   {"Company", "Company", 26, 26, 'L', Secondary},
-                   {"Contact", "Contact", 53, 21},
-                   {"City", "City", 75, 14},
-                   {"Customer Since (mmmm yyyy)", "Since", 90, 15},
-                   {"Credit Limit", "Credit Limit", 106, 15, 'R', SubTotal1 | GrandTotal}},
+                   {"Company", "Company", 26, 28, 'L', Secondary},
+                   {"Contact", "Contact", 55, 21},
+                   {"City", "City", 77, 14},
+                   {"Customer Since (mmmm yyyy)", "Since", 92, 15},
+                   {"Credit Limit", "Credit Limit", 108, 13, 'R', SubTotal1 | GrandTotal}},
                   5, leftEdge, landscapeRight);
     draft.Condition("Preferred", "=", "True");
     draft.Condition("Credit Limit", ">=", "20000", "OR");
@@ -113,15 +122,18 @@ Layout CustomerDirectory(const Catalog& catalog, std::string_view database) {
     return draft.Take();
 }
 
+constexpr std::string_view layoutNames[] = {"STOCK.REP", "SALES.REP", "ORDERS.REP", "PRICES.REP", "CUSTOMER.REP"};
+constexpr Layout (*layoutMakers[])(const Catalog&, std::string_view) = {StockOnHand, SalesByCountry, OrderBook,
+                                                                        PriceList, CustomerDirectory};
+
 }  // namespace
+
+std::span<const std::string_view> SampleLayoutNames() { return layoutNames; }
 
 std::vector<SampleLayout> MakeLayouts(const Catalog& catalog, std::string_view databasePath) {
     std::vector<SampleLayout> layouts;
-    layouts.push_back({"STOCK.REP", StockOnHand(catalog, databasePath)});
-    layouts.push_back({"SALES.REP", SalesByCountry(catalog, databasePath)});
-    layouts.push_back({"ORDERS.REP", OrderBook(catalog, databasePath)});
-    layouts.push_back({"PRICES.REP", PriceList(catalog, databasePath)});
-    layouts.push_back({"CUSTOMER.REP", CustomerDirectory(catalog, databasePath)});
+    for (std::size_t i = 0; i < std::size(layoutNames); ++i)
+        layouts.push_back({std::string(layoutNames[i]), layoutMakers[i](catalog, databasePath)});
     return layouts;
 }
 

@@ -154,7 +154,7 @@ constexpr Article articles[] = {
 
 constexpr Words kitchenFinishes = {"brushed", "polished", "black", "natural"};
 constexpr Words tableFinishes = {"white", "blue", "sage", "ochre"};
-constexpr Words gardenFinishes = {"green", "grey", "natural", "zinc"};
+constexpr Words gardenFinishes = {"green", "slate", "natural", "zinc"};
 constexpr Words lightingFinishes = {"brass", "black", "ivory", "nickel"};
 constexpr Words textileFinishes = {"natural", "indigo", "rose", "charcoal"};
 constexpr Words workshopFinishes = {"oiled", "waxed", "raw", "red"};
