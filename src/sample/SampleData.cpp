@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "persistence/LayoutFile.h"
+#include "platform/CodePage.h"
 #include "platform/OutputFile.h"
 #include "platform/RunTimeError.h"
 #include "sample/SampleDatabase.h"
@@ -59,6 +60,14 @@ Catalog MakeDatabase(DBEngine& engine, const fs::path& path) {
     return Catalog::Read(*database);
 }
 
+/// A path that a layout file can't write is left out but for the file name, by which the database is found beside the
+/// layout.
+std::string PathForLayouts(const fs::path& database) {
+    std::size_t lostCharacters = 0;
+    Cp1252FromUtf8(database.string(), &lostCharacters);
+    return lostCharacters == 0 ? database.string() : std::string(databaseName);
+}
+
 }  // namespace
 
 std::vector<fs::path> WriteSamples(DBEngine& engine, const fs::path& folder) {
@@ -70,9 +79,9 @@ std::vector<fs::path> WriteSamples(DBEngine& engine, const fs::path& folder) {
     MadeFiles made;
     made.Add(databasePath);
     const Catalog catalog = MakeDatabase(engine, databasePath);
-    for (const SampleLayout& sample : MakeLayouts(catalog, databasePath.string())) {
+    for (const SampleLayout& sample : MakeLayouts(catalog, PathForLayouts(databasePath))) {
         OutputFile file(folder / sample.fileName);
-        file.Write(LayoutText(sample.layout));
+        file.Write(Cp1252FromUtf8(LayoutText(sample.layout)));
         file.Commit();
         made.Add(folder / sample.fileName);
     }
