@@ -2,10 +2,13 @@
 
 #include <iconv.h>
 
+#include <algorithm>
 #include <array>
 #include <cerrno>
-#include <cstdint>
 #include <memory>
+#include <optional>
+#include <utility>
+#include <vector>
 
 #include "platform/Text.h"
 
@@ -60,47 +63,119 @@ public:
 
     bool Opened() const { return handle_ != reinterpret_cast<iconv_t>(-1); }
 
-    /// Converts `input`, appends to `out`, and hands each position that can't be converted to `skip`, which appends a
-    /// replacement and returns the number of bytes to step over.
+    /// Converts `input`, appends to `out`, and hands each rest that can't be converted, and whether it is only
+    /// incomplete, to `skip`, which appends a replacement and returns the number of bytes to step over.
     template <typename Skip>
     void Convert(std::string_view input, std::string& out, Skip skip) {
         iconv(handle_, nullptr, nullptr, nullptr, nullptr);
         char* from = const_cast<char*>(input.data());  // iconv doesn't write to its input
         std::size_t left = input.size();
-        std::array<char, 1024> chunk;
         while (left > 0) {
-            char* to = chunk.data();
-            std::size_t room = chunk.size();
-            const auto result = iconv(handle_, &from, &left, &to, &room);
-            const int error = errno;
-            out.append(chunk.data(), static_cast<std::size_t>(to - chunk.data()));
-            if (result != static_cast<std::size_t>(-1) || error == E2BIG) continue;
-            const std::size_t step = skip(input.substr(input.size() - left));
-            from += step;
-            left -= step;
+            if (const int error = Step(&from, &left, out); error != 0) {
+                const std::size_t step = skip(input.substr(input.size() - left), error == EINVAL);
+                from += step;
+                left -= step;
+            }
         }
+        Step(nullptr, nullptr, out);
     }
 
 private:
+    /// Converts as far as it goes, or writes what is held back if there is no input. Returns the error that stopped it.
+    int Step(char** from, std::size_t* left, std::string& out) {
+        std::array<char, 1024> chunk;
+        char* to = chunk.data();
+        std::size_t room = chunk.size();
+        int error = iconv(handle_, from, left, &to, &room) == static_cast<std::size_t>(-1) ? errno : 0;
+        if (error == EILSEQ || error == EINVAL) iconv(handle_, nullptr, nullptr, &to, &room);
+        out.append(chunk.data(), static_cast<std::size_t>(to - chunk.data()));
+        return error == E2BIG ? 0 : error;
+    }
+
     iconv_t handle_;
 };
 
-struct ConverterPair {
-    explicit ConverterPair(int page)
-        : codePage(page), toUtf8("UTF-8", IconvName(page)), fromUtf8(IconvName(page), "UTF-8") {}
-    bool Opened() const { return toUtf8.Opened() && fromUtf8.Opened(); }
+/// A code page of one byte for each character, as two tables. Converting byte by byte also keeps the marks of the
+/// Hebrew and the Vietnamese page apart from their letters, which iconv would melt into one character.
+class ByteTable {
+public:
+    /// Fills the tables; false if the page has characters of several bytes.
+    bool Load(Converter& converter) {
+        for (std::size_t byte = 0; byte < toUnicode_.size(); ++byte) {
+            const char c = static_cast<char>(byte);
+            std::string text;
+            bool whole = true;
+            converter.Convert({&c, 1}, text, [&](std::string_view, bool incomplete) {
+                whole = !incomplete;
+                AppendCodePoint(static_cast<char32_t>(byte), text);
+                return std::size_t{1};
+            });
+            if (!whole || text.empty()) return false;
+            std::size_t at = 0;
+            toUnicode_[byte] = NextCodePoint(text, at);
+            fromUnicode_.emplace_back(toUnicode_[byte], c);
+        }
+        std::stable_sort(fromUnicode_.begin(), fromUnicode_.end(),
+                         [](const auto& left, const auto& right) { return left.first < right.first; });
+        return true;
+    }
 
-    int codePage;
-    Converter toUtf8;
-    Converter fromUtf8;
+    char32_t CodePointOf(char byte) const { return toUnicode_[static_cast<unsigned char>(byte)]; }
+    std::optional<char> ByteOf(char32_t codePoint) const {
+        const auto found = std::lower_bound(fromUnicode_.begin(), fromUnicode_.end(), codePoint,
+                                            [](const auto& entry, char32_t wanted) { return entry.first < wanted; });
+        return found != fromUnicode_.end() && found->first == codePoint ? std::optional(found->second) : std::nullopt;
+    }
+
+private:
+    std::array<char32_t, 256> toUnicode_{};
+    std::vector<std::pair<char32_t, char>> fromUnicode_;
 };
 
-/// The pair for a code page. Opening costs more than most conversions, and a database has one code page for all its
-/// texts, so each thread keeps the pair it used last.
-ConverterPair& PairFor(int codePage) {
-    thread_local std::unique_ptr<ConverterPair> last;
-    if (!last || last->codePage != codePage) last = std::make_unique<ConverterPair>(codePage);
+struct CodePage {
+    explicit CodePage(int page)
+        : number(page),
+          toUtf8("UTF-8", IconvName(page)),
+          fromUtf8(IconvName(page), "UTF-8"),
+          isKnown(toUtf8.Opened() && fromUtf8.Opened()),
+          isBytes(isKnown && bytes.Load(toUtf8)) {}
+
+    int number;
+    Converter toUtf8;
+    Converter fromUtf8;
+    ByteTable bytes;
+    bool isKnown;
+    bool isBytes;
+};
+
+/// Loading costs far more than most conversions, and a database has one code page for all its texts, so each thread
+/// keeps the page it used last.
+CodePage& Loaded(int number) {
+    thread_local std::unique_ptr<CodePage> last;
+    if (!last || last->number != number) last = std::make_unique<CodePage>(number);
     return *last;
+}
+
+void CountReplaced(std::size_t* replaced) {
+    if (replaced != nullptr) ++*replaced;
+}
+
+std::string DecodedBytes(const ByteTable& table, std::string_view bytes) {
+    std::string result;
+    result.reserve(bytes.size() * 2);
+    for (const char byte : bytes) AppendCodePoint(table.CodePointOf(byte), result);
+    return result;
+}
+
+std::string EncodedBytes(const ByteTable& table, std::string_view text, std::size_t* replaced) {
+    std::string result;
+    result.reserve(text.size());
+    for (std::size_t at = 0; at < text.size();) {
+        const auto byte = table.ByteOf(NextCodePoint(text, at));
+        result += byte.value_or('?');
+        if (!byte) CountReplaced(replaced);
+    }
+    return result;
 }
 
 }  // namespace
@@ -126,7 +201,7 @@ void AppendCp1252(std::string_view utf8, std::string& out, std::size_t* replaced
         }
         const int byte = Cp1252Byte(NextCodePoint(utf8, at));
         out += byte < 0 ? '?' : static_cast<char>(byte);
-        if (byte < 0 && replaced != nullptr) ++*replaced;
+        if (byte < 0) CountReplaced(replaced);
     }
 }
 
@@ -139,11 +214,12 @@ std::string Cp1252FromUtf8(std::string_view text, std::size_t* replaced) {
 
 std::string Utf8FromCodePage(std::string_view bytes, int codePage) {
     if (codePage == 1252) return Utf8FromCp1252(bytes);
-    ConverterPair& pair = PairFor(codePage);
-    if (!pair.Opened()) return Utf8FromCp1252(bytes);
+    CodePage& page = Loaded(codePage);
+    if (!page.isKnown) return Utf8FromCp1252(bytes);
+    if (page.isBytes) return DecodedBytes(page.bytes, bytes);
     std::string result;
     result.reserve(bytes.size() * 2);
-    pair.toUtf8.Convert(bytes, result, [&](std::string_view rest) {
+    page.toUtf8.Convert(bytes, result, [&](std::string_view rest, bool) {
         AppendCodePoint(static_cast<unsigned char>(rest.front()), result);
         return std::size_t{1};
     });
@@ -152,19 +228,16 @@ std::string Utf8FromCodePage(std::string_view bytes, int codePage) {
 
 std::string CodePageFromUtf8(std::string_view text, int codePage, std::size_t* replaced) {
     if (codePage == 1252) return Cp1252FromUtf8(text, replaced);
-    ConverterPair& pair = PairFor(codePage);
-    if (!pair.Opened()) return Cp1252FromUtf8(text, replaced);
+    CodePage& page = Loaded(codePage);
+    if (!page.isKnown) return Cp1252FromUtf8(text, replaced);
+    if (page.isBytes) return EncodedBytes(page.bytes, text, replaced);
     std::string result;
     result.reserve(text.size());
-    pair.fromUtf8.Convert(text, result, [&](std::string_view rest) {
+    page.fromUtf8.Convert(text, result, [&](std::string_view rest, bool) {
+        result += '?';
+        CountReplaced(replaced);
         std::size_t length = 0;
-        const char32_t codePoint = NextCodePoint(rest, length);
-        // A control that reading gave to an undefined byte goes back to that byte.
-        const bool undefinedByte = codePoint >= 0x80 && codePoint <= 0xFF &&
-                                   Utf8FromCodePage(std::string(1, static_cast<char>(codePoint)), codePage) ==
-                                       std::string(rest.substr(0, length));
-        result += undefinedByte ? static_cast<char>(codePoint) : '?';
-        if (!undefinedByte && replaced != nullptr) ++*replaced;
+        NextCodePoint(rest, length);
         return length;
     });
     return result;

@@ -64,6 +64,7 @@ std::pair<int, fs::path> OpenTemporary(const fs::path& folder) {
 
 OutputFile::OutputFile(fs::path target) : target_(std::move(target)) {
     buffer_.reserve(kBufferSize);
+    if (target_.empty()) Fail(ENOENT);
     if (target_ == "-") {
         renames_ = false;
         descriptor_ = fcntl(STDOUT_FILENO, F_DUPFD_CLOEXEC, 0);
