@@ -1,5 +1,6 @@
 #include "data/sql/Lexer.h"
 
+#include <algorithm>
 #include <charconv>
 #include <cmath>
 
@@ -9,6 +10,12 @@
 namespace quillform::sql {
 
 namespace {
+
+constexpr std::string_view reservedWords[] = {
+    "All",    "And", "As", "Between", "By",    "Distinct", "DistinctRow", "Eqv",   "Exists", "From", "Group",
+    "Having", "Imp", "In", "Inner",   "Into",  "Is",       "Join",        "Left",  "Like",   "Mod",  "Not",
+    "Null",   "On",  "Or", "Order",   "Right", "Select",   "Union",       "Where", "Xor",
+};
 
 bool IsDigit(char c) { return c >= '0' && c <= '9'; }
 bool IsNameStart(char c) {
@@ -175,6 +182,7 @@ private:
     bool AfterOperand() const {
         if (tokens_.empty()) return false;
         const Token& last = tokens_.back();
+        if (last.kind == TokenKind::Name && IsReserved(last.written)) return false;
         return last.kind != TokenKind::Symbol || last.text == ")";
     }
     bool AfterName() const { return position_ > 0 && !tokens_.empty() && AfterOperand() && TouchesLast(); }
@@ -196,6 +204,11 @@ private:
 }  // namespace
 
 std::vector<Token> Tokens(std::string_view statement) { return Lexer(statement).Run(); }
+
+bool IsReserved(std::string_view word) {
+    return std::any_of(std::begin(reservedWords), std::end(reservedWords),
+                       [word](std::string_view reserved) { return EqualCaseBlind(word, reserved); });
+}
 
 std::string Near(const Token& token, std::string_view statement) {
     const std::size_t character = CountCharacters(statement.substr(0, token.offset)) + 1;

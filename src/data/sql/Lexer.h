@@ -32,6 +32,9 @@ struct Token {
 /// RunTimeError SyntaxInExpression for what is no token.
 std::vector<Token> Tokens(std::string_view statement);
 
+/// Whether a bare word belongs to the clauses and can't be a name. Others, such as Table or Text, can.
+bool IsReserved(std::string_view word);
+
 /// "near "x" (character 5)" for sentences.
 std::string Near(const Token& token, std::string_view statement);
 

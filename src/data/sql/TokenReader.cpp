@@ -1,8 +1,5 @@
 #include "data/sql/TokenReader.h"
 
-#include <algorithm>
-#include <array>
-
 #include "platform/Text.h"
 
 namespace quillform::sql {
@@ -11,20 +8,6 @@ namespace {
 
 // Deep enough for people, shallow enough for the smallest stack.
 constexpr int deepestNesting = 100;
-
-/// Words that can't stand bare for a name. Others, such as Table or Text, can.
-constexpr std::array<std::string_view, 29> reservedWords = {
-    "All",   "And",    "As",  "Between", "By",    "Distinct", "DistinctRow", "Eqv",   "Exists", "From",
-    "Group", "Having", "Imp", "In",      "Inner", "Into",     "Is",          "Join",  "Left",   "Like",
-    "Mod",   "Not",    "On",  "Or",      "Order", "Right",    "Select",      "Union", "Where",
-};
-constexpr std::array<std::string_view, 2> otherReservedWords = {"Null", "Xor"};
-
-bool IsReserved(std::string_view word) {
-    const auto same = [word](std::string_view reserved) { return EqualCaseBlind(word, reserved); };
-    return std::any_of(reservedWords.begin(), reservedWords.end(), same) ||
-           std::any_of(otherReservedWords.begin(), otherReservedWords.end(), same);
-}
 
 }  // namespace
 
