@@ -1,8 +1,11 @@
 #pragma once
 
+#include <cstddef>
+#include <iterator>
 #include <memory>
 #include <string>
 #include <string_view>
+#include <type_traits>
 #include <vector>
 
 #include "platform/RunTimeError.h"
@@ -69,16 +72,29 @@ public:
     template <typename Base, typename Reference>
     class Walk {
     public:
+        using iterator_category = std::forward_iterator_tag;
+        using value_type = Element;
+        using difference_type = std::ptrdiff_t;
+        using pointer = std::remove_reference_t<Reference>*;
+        using reference = Reference;
+
+        Walk() = default;
         explicit Walk(Base base) : base_(base) {}
         Reference operator*() const { return *base_->element; }
+        pointer operator->() const { return base_->element.get(); }
         Walk& operator++() {
             ++base_;
             return *this;
         }
-        bool operator!=(const Walk& other) const { return base_ != other.base_; }
+        Walk operator++(int) {
+            Walk before = *this;
+            ++base_;
+            return before;
+        }
+        bool operator==(const Walk& other) const { return base_ == other.base_; }
 
     private:
-        Base base_;
+        Base base_{};
     };
     auto begin() { return Walk<typename std::vector<Entry>::iterator, Element&>(entries_.begin()); }
     auto end() { return Walk<typename std::vector<Entry>::iterator, Element&>(entries_.end()); }

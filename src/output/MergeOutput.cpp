@@ -31,7 +31,7 @@ FileDialog DocumentDialog() {
 bool MergeOutput::Open(const OutputContext& context) {
     const std::optional<std::filesystem::path> path = ChooseTarget(target_, Dialog(), context.user);
     if (!path) return false;
-    file_.emplace(*path);
+    file_.emplace(*path, target_.keepsStopped);
     user_ = &context.user;
     BeginFile(context.layout);
     return true;

@@ -14,6 +14,9 @@ namespace quillform {
 /// described dialogs do; a file that is named beforehand is taken as it is written.
 struct OutputTarget {
     std::optional<std::string> file;
+    /// Whether the file of a run that was cancelled or failed stays, well-formed and short, where no file stood before.
+    /// An unattended run takes it away, since nobody is there to see that it is short.
+    bool keepsStopped = true;
 };
 
 /// The one place where an output type becomes an output. RunTimeError NotSupported for a type that can't be made yet.

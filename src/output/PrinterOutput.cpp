@@ -63,7 +63,7 @@ bool PrinterOutput::Open(const OutputContext& context) {
                                                                    context.user);
     if (!path) return false;
     path_ = *path;
-    mayLeaveStopped_ = MayLeaveStoppedFile(path_);
+    mayLeaveStopped_ = file_.keepsStopped && MayLeaveStoppedFile(path_);
     user_ = &context.user;
     layout_ = &context.layout;
     target_ = make_(path_, {.title = TitleOf(context.layout), .created = context.clock.Now()});

@@ -28,8 +28,8 @@ void WarnOfReplaced(const TargetFile& file, UserInterface& user) {
               " that the Windows character set 1252 lacks became \"?\".");
 }
 
-TargetFile::TargetFile(const std::filesystem::path& path)
-    : path_(path), existed_(!MayLeaveStoppedFile(path)), file_(path) {}
+TargetFile::TargetFile(const std::filesystem::path& path, bool keepsStopped)
+    : path_(path), mayLeaveStopped_(keepsStopped && MayLeaveStoppedFile(path)), file_(path) {}
 
 void TargetFile::WriteLine(std::string_view utf8) {
     bytes_.clear();
@@ -39,7 +39,7 @@ void TargetFile::WriteLine(std::string_view utf8) {
 }
 
 void TargetFile::Finish(Ending ending) {
-    if (ending == Ending::Whole || !existed_) file_.Commit();
+    if (ending == Ending::Whole || mayLeaveStopped_) file_.Commit();
 }
 
 }  // namespace quillform

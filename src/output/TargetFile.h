@@ -17,7 +17,7 @@ std::optional<std::filesystem::path> ChooseTarget(const OutputTarget& target, co
 /// A text file of single-byte characters with lines that end in carriage return and line feed.
 class TargetFile {
 public:
-    explicit TargetFile(const std::filesystem::path& path);
+    TargetFile(const std::filesystem::path& path, bool keepsStopped);
 
     void WriteLine(std::string_view utf8);
     /// Ends the file. A stopped run's file doesn't take the place of one that stood there before the run: a whole
@@ -29,7 +29,7 @@ public:
 
 private:
     std::filesystem::path path_;
-    bool existed_;
+    bool mayLeaveStopped_;
     OutputFile file_;
     std::string bytes_;
     std::size_t replaced_ = 0;

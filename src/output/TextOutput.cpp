@@ -51,7 +51,7 @@ bool TextOutput::Open(const OutputContext& context) {
                                                                     .initialFolder = {}},
                                                                    context.user);
     if (!path) return false;
-    file_.emplace(*path);
+    file_.emplace(*path, target_.keepsStopped);
     user_ = &context.user;
     const double pageColumns = PageColumns(context.layout.settings);
     for (int i = 1; i <= context.layout.Fields.Count(); ++i)

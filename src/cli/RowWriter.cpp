@@ -1,0 +1,208 @@
+#include "cli/RowWriter.h"
+
+#include <array>
+#include <charconv>
+
+#include "platform/Dates.h"
+
+namespace quillform::cli {
+
+namespace {
+
+constexpr std::size_t flushSize = 1 << 16;
+constexpr std::string_view hexDigits = "0123456789abcdef";
+
+template <typename Number>
+void AppendNumber(Number number, std::string& out) {
+    std::array<char, 32> digits{};
+    const auto end = std::to_chars(digits.data(), digits.data() + digits.size(), number).ptr;
+    out.append(digits.data(), end);
+}
+
+void AppendPadded(int number, int digits, std::string& out) {
+    const std::string text = std::to_string(number);
+    if (static_cast<int>(text.size()) < digits) out.append(static_cast<std::size_t>(digits) - text.size(), '0');
+    out += text;
+}
+
+void AppendDate(double serial, std::string& out) {
+    const DateParts parts = PartsOf(serial);
+    const bool hasTime = parts.hour != 0 || parts.minute != 0 || parts.second != 0;
+    const bool hasDay = DatePartOf(serial) != 0 || !hasTime;
+    if (hasDay) {
+        AppendPadded(parts.year, 4, out);
+        out += '-';
+        AppendPadded(parts.month, 2, out);
+        out += '-';
+        AppendPadded(parts.day, 2, out);
+        if (hasTime) out += ' ';
+    }
+    if (!hasTime) return;
+    AppendPadded(parts.hour, 2, out);
+    out += ':';
+    AppendPadded(parts.minute, 2, out);
+    out += ':';
+    AppendPadded(parts.second, 2, out);
+}
+
+/// The text is behind `start` in `out` already; quotes it where it needs to be.
+void QuoteField(std::size_t start, std::string& out) {
+    if (out.find_first_of("\",\r\n", start) == std::string::npos) return;
+    std::string quoted = "\"";
+    for (std::size_t i = start; i < out.size(); ++i) {
+        if (out[i] == '"') quoted += '"';
+        quoted += out[i];
+    }
+    quoted += '"';
+    out.replace(start, std::string::npos, quoted);
+}
+
+void AppendCsvField(const ValueView& value, std::string& out) {
+    if (value.kind == ValueKind::Text && value.text.empty()) {
+        out += "\"\"";
+        return;
+    }
+    const std::size_t start = out.size();
+    AppendMachineText(value, out);
+    if (value.kind == ValueKind::Text) QuoteField(start, out);
+}
+
+void WriteCsvHeader(const std::vector<Field>& fields, std::string& out) {
+    for (std::size_t i = 0; i < fields.size(); ++i) {
+        if (i > 0) out += ',';
+        const std::size_t start = out.size();
+        out += fields[i].Name;
+        QuoteField(start, out);
+    }
+    out += "\r\n";
+}
+
+void AppendCsvRow(const Recordset& records, int columns, std::string& out) {
+    for (int i = 0; i < columns; ++i) {
+        if (i > 0) out += ',';
+        AppendCsvField(records.Value(i), out);
+    }
+    out += "\r\n";
+}
+
+void AppendJsonRow(const Recordset& records, bool isFirst, std::string& out) {
+    out += isFirst ? "\n{" : ",\n{";
+    const std::vector<Field>& fields = records.Fields();
+    for (std::size_t i = 0; i < fields.size(); ++i) {
+        if (i > 0) out += ", ";
+        AppendJsonText(fields[i].Name, out);
+        out += ": ";
+        AppendJson(records.Value(static_cast<int>(i)), out);
+    }
+    out += '}';
+}
+
+}  // namespace
+
+void AppendMachineText(const ValueView& value, std::string& out) {
+    switch (value.kind) {
+        case ValueKind::Null:
+            return;
+        case ValueKind::Boolean:
+            out += value.integer ? "True" : "False";
+            return;
+        case ValueKind::Integer:
+            AppendNumber(value.integer, out);
+            return;
+        case ValueKind::Currency:
+            AppendGeneralText(value, out);
+            return;
+        case ValueKind::Single:
+            AppendNumber(static_cast<float>(value.real), out);
+            return;
+        case ValueKind::Double:
+            AppendNumber(value.real, out);
+            return;
+        case ValueKind::Date:
+            AppendDate(value.real, out);
+            return;
+        case ValueKind::Decimal:
+        case ValueKind::Text:
+        case ValueKind::Guid:
+            out += value.text;
+            return;
+        case ValueKind::Binary:
+            for (const char c : value.text) {
+                const auto byte = static_cast<unsigned char>(c);
+                out += hexDigits[byte >> 4];
+                out += hexDigits[byte & 15];
+            }
+            return;
+    }
+}
+
+void AppendJsonText(std::string_view text, std::string& out) {
+    out += '"';
+    for (const char c : text) {
+        const auto byte = static_cast<unsigned char>(c);
+        if (c == '"' || c == '\\') {
+            out += '\\';
+            out += c;
+        } else if (byte < 0x20) {
+            out += "\\u00";
+            out += hexDigits[byte >> 4];
+            out += hexDigits[byte & 15];
+        } else {
+            out += c;
+        }
+    }
+    out += '"';
+}
+
+void AppendJson(const ValueView& value, std::string& out) {
+    switch (value.kind) {
+        case ValueKind::Null:
+            out += "null";
+            return;
+        case ValueKind::Boolean:
+            out += value.integer ? "true" : "false";
+            return;
+        case ValueKind::Integer:
+        case ValueKind::Currency:
+            AppendMachineText(value, out);
+            return;
+        case ValueKind::Single:
+        case ValueKind::Double:
+            // JSON has no words for infinity and no-number.
+            if (value.real - value.real == 0)
+                AppendMachineText(value, out);
+            else
+                out += "null";
+            return;
+        case ValueKind::Date:
+        case ValueKind::Decimal:
+        case ValueKind::Text:
+        case ValueKind::Binary:
+        case ValueKind::Guid: {
+            std::string text;
+            AppendMachineText(value, text);
+            AppendJsonText(text, out);
+        }
+    }
+}
+
+void WriteRows(Recordset& records, RowFormat format, OutputFile& out) {
+    std::string buffer;
+    const auto columns = static_cast<int>(records.Fields().size());
+    if (format == RowFormat::Csv) WriteCsvHeader(records.Fields(), buffer);
+    if (format == RowFormat::Json) buffer += '[';
+    for (bool isFirst = true; !records.IsEOF(); records.MoveNext(), isFirst = false) {
+        if (format == RowFormat::Json)
+            AppendJsonRow(records, isFirst, buffer);
+        else
+            AppendCsvRow(records, columns, buffer);
+        if (buffer.size() >= flushSize) {
+            out.Write(buffer);
+            buffer.clear();
+        }
+    }
+    if (format == RowFormat::Json) buffer += "\n]\n";
+    out.Write(buffer);
+}
+
+}  // namespace quillform::cli

@@ -1,0 +1,260 @@
+#include <algorithm>
+#include <array>
+#include <cstdio>
+#include <filesystem>
+
+#include "cli/Command.h"
+#include "cli/RowWriter.h"
+#include "cli/RunClock.h"
+#include "cli/TerminalUser.h"
+#include "data/Engine.h"
+#include "engine/ReportRun.h"
+#include "output/OutputRooms.h"
+#include "persistence/LayoutFile.h"
+#include "persistence/QueryFile.h"
+#include "platform/Numbers.h"
+#include "platform/Paths.h"
+#include "platform/Text.h"
+#include "print/PdfTarget.h"
+
+namespace quillform::cli {
+
+namespace {
+
+constexpr std::string_view missingDatabase =
+    "The Database you've selected does not exist.  Use [Edit]-[Report Options] to locate the database.";
+
+constexpr Switch switches[] = {
+    {'d', "database", "FILE", "report on this database instead of the layout's"},
+    {'t', "type", "TYPE", "pdf, txt, csv, word or wordperfect; else by FILE's extension, else as the layout says"},
+    {'o', "output", "FILE", "write here; a folder takes the layout's name; - is standard output"},
+    {'q', "query", "FILE", "add the conditions of a query file (.QRY) to the layout's"},
+    {0, "walk", "HOW", "one-pass, groups, or measured: whichever is quicker (the default)"},
+    {0, "date", "DATE", "take this for today's date and time, in headings and in the document"},
+    {0, "orientation", "HOW", "portrait or landscape, instead of the layout's"},
+    {0, "paper", "NUMBER", "paper number, instead of the layout's"},
+    {0, "keep-partial", "", "keep the short file of a run that failed or was interrupted"},
+    {0, "strict", "", "end with 4 if there were warnings"},
+    {0, "json", "", "say what was done as JSON on standard output"},
+    {0, "quiet", "", "no progress and no warnings"},
+    {'v', "verbose", "", "say what was done, and how long it took"},
+};
+
+struct TypeName {
+    std::string_view name;
+    OutputType type;
+};
+constexpr TypeName typeNames[] = {
+    {"pdf", OutputType::Printer},
+    {"printer", OutputType::Printer},
+    {"screen", OutputType::Screen},
+    {"txt", OutputType::Text},
+    {"text", OutputType::Text},
+    {"rtf", OutputType::RichText},
+    {"csv", OutputType::CommaSeparated},
+    {"mrg", OutputType::CommaSeparated},
+    {"word", OutputType::WordMerge},
+    {"doc", OutputType::WordMerge},
+    {"wordperfect", OutputType::WordPerfectMerge},
+    {"mdb", OutputType::AccessDatabase},
+};
+
+std::optional<OutputType> TypeOf(std::string_view name) {
+    for (const TypeName& candidate : typeNames)
+        if (EqualCaseBlind(candidate.name, name)) return candidate.type;
+    return std::nullopt;
+}
+
+std::string_view NameOf(OutputType type) {
+    for (const TypeName& candidate : typeNames)
+        if (candidate.type == type) return candidate.name;
+    return {};
+}
+
+OutputType ChooseType(const Arguments& arguments, const ReportSettings& settings) {
+    OutputType type = OutputTypeOfOption(settings.intOutputType);
+    if (const auto named = arguments.Value("type")) {
+        const auto found = TypeOf(*named);
+        if (!found) throw UsageError("there is no output type \"" + *named + "\"");
+        type = *found;
+    } else if (const auto file = arguments.Value("output")) {
+        const std::string extension = std::filesystem::path(*file).extension().string();
+        if (extension.size() > 1) type = TypeOf(extension.substr(1)).value_or(type);
+    }
+    const auto supported = SupportedOutputs();
+    if (std::find(supported.begin(), supported.end(), type) != supported.end()) return type;
+    throw UsageError("the output type " + std::string(NameOf(type)) +
+                     " can't be made by this version; --type takes pdf, txt, csv, word or wordperfect");
+}
+
+std::string ChooseFile(const Arguments& arguments, const Layout& layout, OutputType type) {
+    const std::string stem = std::filesystem::path(layout.strLayoutFile).stem().string();
+    const std::string name = stem + std::string(ExtensionOf(type));
+    const auto chosen = arguments.Value("output");
+    if (!chosen) return name;
+    std::error_code ignored;  // what isn't there is no folder
+    if (std::filesystem::is_directory(*chosen, ignored)) return (std::filesystem::path(*chosen) / name).string();
+    return *chosen;
+}
+
+Walk ChooseWalk(const Arguments& arguments) {
+    const std::string walk = arguments.Value("walk").value_or("measured");
+    if (walk == "measured") return Walk::Measured;
+    if (walk == "one-pass") return Walk::OnePass;
+    if (walk == "groups") return Walk::Groups;
+    throw UsageError("--walk takes one-pass, groups or measured, not \"" + walk + "\"");
+}
+
+void ApplySwitches(const Arguments& arguments, ReportSettings& settings) {
+    if (const auto database = arguments.Value("database")) settings.strDatabase[1] = *database;
+    if (const auto orientation = arguments.Value("orientation")) {
+        if (*orientation != "portrait" && *orientation != "landscape")
+            throw UsageError("--orientation takes portrait or landscape, not \"" + *orientation + "\"");
+        settings.intOrientation = *orientation == "landscape" ? 0 : 1;
+    }
+    if (const auto paper = arguments.Value("paper")) {
+        PaperInches inches;
+        const double number = Val(*paper);
+        if (number < 1 || number > 32767 || !FindPaper(static_cast<int>(number), inches))
+            throw UsageError("there is no paper number \"" + *paper + "\"");
+        settings.intPaperSize = static_cast<std::int16_t>(number);
+    }
+}
+
+/// The database must be there and have its catalog before anything is opened for writing. Throws what is wrong.
+void CheckDatabase(const Layout& layout, DBEngine& engine, UserInterface& user) {
+    const auto path = FindReportDatabase(layout, user);
+    if (!path) throw RunTimeError(ErrorNumber::FileMissing, std::string(missingDatabase));
+    const std::unique_ptr<Database> database = engine.OpenDatabase(*path, Access::ReadOnly);
+    if (database->FindTable(catalogIndexTable) && database->FindTable(catalogRelationTable)) return;
+    throw RunTimeError(ErrorNumber::UnrecognizedFormat, "The database \"" + *path +
+                                                            "\" has not been configured for reports; run \"quillform "
+                                                            "configure " +
+                                                            *path + " --defaults\" first.");
+}
+
+struct Run {
+    Layout layout;
+    OutputType type = OutputType::Printer;
+    std::string file;
+    RunOutcome outcome;
+};
+
+std::string Summary(const Run& run, const TerminalUser& user) {
+    const RunOutcome& outcome = run.outcome;
+    std::string json = "{\"layout\": ";
+    AppendJsonText(run.layout.strLayoutFile, json);
+    json += ", \"output\": ";
+    AppendJsonText(run.file, json);
+    json += ", \"type\": ";
+    AppendJsonText(NameOf(run.type), json);
+    json += ", \"records\": " + std::to_string(outcome.records) + ", \"pages\": " + std::to_string(outcome.pages);
+    json += std::string(", \"walk\": \"") + (outcome.walk == Walk::Groups ? "groups" : "one-pass") + "\"";
+    const std::pair<const char*, double> times[] = {{"open", outcome.times.open},
+                                                    {"measure", outcome.times.measure},
+                                                    {"compose", outcome.times.compose},
+                                                    {"close", outcome.times.close}};
+    json += ", \"seconds\": {";
+    for (const auto& [name, seconds] : times) {
+        if (json.back() != '{') json += ", ";
+        json += std::string("\"") + name + "\": ";
+        AppendJson(Value::Double(seconds), json);
+    }
+    json += "}, \"warnings\": [";
+    for (const std::string& warning : user.Warnings()) {
+        if (json.back() != '[') json += ", ";
+        AppendJsonText(warning, json);
+    }
+    return json + "]}\n";
+}
+
+void TellVerbosely(const Run& run) {
+    const RunTimes& times = run.outcome.times;
+    std::fprintf(
+        stderr,
+        "quillform: %s: %lld records, %d pages, %s; %.3f s to read and sort, %.3f s to choose the walk, %.3f s to "
+        "compose and write, %.3f s to close\n",
+        run.file.c_str(), static_cast<long long>(run.outcome.records), static_cast<int>(run.outcome.pages),
+        run.outcome.walk == Walk::Groups ? "walked by groups" : "one pass", times.open, times.measure, times.compose,
+        times.close);
+}
+
+ExitCode CodeOf(const Run& run, const TerminalUser& user, bool isStrict) {
+    switch (run.outcome.end) {
+        case RunEnd::NoRecords:
+            return ExitCode::NoRecords;
+        case RunEnd::Cancelled:
+            return ExitCode::Interrupted;
+        case RunEnd::Failed:
+            return ExitCodeOf(*run.outcome.failure);
+        case RunEnd::NoItems:
+        case RunEnd::NoPrimarySort:
+        case RunEnd::NoPrimaryRow:
+            return ExitCode::Layout;
+        case RunEnd::TargetCancelled:
+            return ExitCode::Target;
+        case RunEnd::Done:
+            break;
+    }
+    return isStrict && !user.Warnings().empty() ? ExitCode::Warnings : ExitCode::Done;
+}
+
+void TellEnd(const Run& run, UserInterface& user) {
+    if (run.outcome.failure) user.Message(run.outcome.failure->what());
+    if (run.outcome.end == RunEnd::Cancelled) user.Message("The report was interrupted.");
+    if (run.outcome.end == RunEnd::NoPrimaryRow)
+        user.Message("The primary sort field of the layout is no longer in the catalog.");
+}
+
+ExitCode RunLayout(const Arguments& arguments, const std::string& layoutFile) {
+    const RunClock clock(arguments.Value("date"));
+    TerminalUser user({.isQuiet = arguments.Has("quiet"), .answersYes = false});
+    const std::unique_ptr<DBEngine> engine = data::MakeEngine(clock);
+    const std::unique_ptr<TextMeasure> measure = print::MakeTextMeasure();
+    Run run;
+    run.layout.InitReportModule();
+    run.layout.ClearLayout();
+    std::vector<LayoutProblem> problems;
+    if (!LoadLayout(layoutFile, run.layout, *measure, user, {.checkDatabase = {}, .problems = &problems}))
+        return ExitCode::Layout;
+    for (const LayoutProblem& problem : problems)
+        user.Warn("Layout \"" + layoutFile + "\", line " + std::to_string(problem.line) + ": " + problem.text + ".");
+    ApplySwitches(arguments, run.layout.settings);
+    if (const auto query = arguments.Value("query")) LoadQueries(*query, run.layout.Queries);
+    run.type = ChooseType(arguments, run.layout.settings);
+    run.file = ChooseFile(arguments, run.layout, run.type);
+    const RunOptions options{.walk = ChooseWalk(arguments)};
+    CheckDatabase(run.layout, *engine, user);
+
+    const InterruptGuard guard;
+    const std::unique_ptr<Output> output =
+        MakeOutput(run.type, {.file = run.file, .keepsStopped = arguments.Has("keep-partial")});
+    ReportRun report(run.layout, *output, {*engine, user, clock, *measure}, options);
+    run.outcome = report.ProcessReport();
+    TellEnd(run, user);
+    if (arguments.Has("verbose")) TellVerbosely(run);
+    if (arguments.Has("json")) {
+        const std::string summary = Summary(run, user);
+        std::fwrite(summary.data(), 1, summary.size(), stdout);
+    }
+    return CodeOf(run, user, arguments.Has("strict"));
+}
+
+ExitCode RunReports(const Arguments& arguments) {
+    arguments.ExpectOperands(1, 1, "LAYOUT.REP");
+    return RunLayout(arguments, arguments.Operands().front());
+}
+
+}  // namespace
+
+const Verb runVerb = {
+    "run",
+    "LAYOUT.REP",
+    "Runs a report layout over its database into a file.",
+    "The database is looked for where the layout says, then by its file name beside the layout and in the\n"
+    "program's folder. The output is written whole or not at all.",
+    switches,
+    RunReports,
+};
+
+}  // namespace quillform::cli
