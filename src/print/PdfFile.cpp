@@ -66,11 +66,13 @@ int PdfFile::Reserve(int count) {
     return first;
 }
 
-std::string& PdfFile::BeginObject(int number) {
-    if (bodies_.size() >= kObjectStreamBytes || gathered_.size() >= kObjectStreamObjects) FlushObjects();
-    if (!bodies_.empty()) bodies_ += '\n';
-    gathered_.emplace_back(number, bodies_.size());
-    return bodies_;
+std::string& PdfFile::BeginObject(int number, ObjectGroup group) {
+    Gathering& gathering = gatherings_[static_cast<std::size_t>(group)];
+    if (gathering.bodies.size() >= kObjectStreamBytes || gathering.objects.size() >= kObjectStreamObjects)
+        Flush(gathering);
+    if (!gathering.bodies.empty()) gathering.bodies += '\n';
+    gathering.objects.emplace_back(number, gathering.bodies.size());
+    return gathering.bodies;
 }
 
 void PdfFile::WriteStream(int number, std::string_view entries, std::string_view data) {
@@ -94,13 +96,13 @@ void PdfFile::WriteRaw(int number, std::string_view entries, std::string_view co
     out_.Write("\nendstream\nendobj\n");
 }
 
-void PdfFile::FlushObjects() {
-    if (gathered_.empty()) return;
+void PdfFile::Flush(Gathering& gathering) {
+    if (gathering.objects.empty()) return;
     const int stream = Reserve();
     std::string data;
-    data.reserve(bodies_.size() + gathered_.size() * 16);
+    data.reserve(gathering.bodies.size() + gathering.objects.size() * 16);
     std::uint16_t index = 0;
-    for (const auto& [number, start] : gathered_) {
+    for (const auto& [number, start] : gathering.objects) {
         AddEntry({number, 2, static_cast<std::uint64_t>(stream), index++});
         AppendInteger(number, data);
         data += ' ';
@@ -111,9 +113,9 @@ void PdfFile::FlushObjects() {
     AppendInteger(index, entries);
     entries += "/First ";
     AppendInteger(static_cast<std::int64_t>(data.size()), entries);
-    data += bodies_;
-    bodies_.clear();
-    gathered_.clear();
+    data += gathering.bodies;
+    gathering.bodies.clear();
+    gathering.objects.clear();
     WriteStream(stream, entries, data);
     if (entries_.size() >= kSectionEntries) WriteCrossReference({});
 }
@@ -162,7 +164,7 @@ void PdfFile::WriteCrossReference(std::string_view trailerEntries) {
 }
 
 void PdfFile::Finish(int catalog, int information) {
-    FlushObjects();
+    for (Gathering& gathering : gatherings_) Flush(gathering);
     std::string trailer = "/Root ";
     AppendReference(catalog, trailer);
     trailer += "/Info ";

@@ -29,6 +29,10 @@ private:
     std::vector<char> buffer_;
 };
 
+/// Objects that are read together are kept together: who opens a document at its last page reads the page tree, and
+/// shouldn't have to unpack the structure of all pages for it.
+enum class ObjectGroup { Document, Structure };
+
 /// The objects of one PDF 1.7 file, written front to back. Small objects are gathered in object streams, and the
 /// cross-reference is written in sections as it fills, each pointing at the one before; so memory stays the same
 /// however many objects there are. The file appears at Finish. Errors as OutputFile.
@@ -40,7 +44,7 @@ public:
     /// ones.
     int Reserve(int count = 1);
     /// Gives the text to which the body of an object is to be appended, before any other call.
-    std::string& BeginObject(int number);
+    std::string& BeginObject(int number, ObjectGroup group = ObjectGroup::Document);
     /// `entries` are the dictionary's own entries, without those for length and filter.
     void WriteStream(int number, std::string_view entries, std::string_view data);
     /// Ends the file. Every reserved object must have been written.
@@ -54,7 +58,13 @@ private:
         std::uint16_t index;  // in the object stream
     };
 
-    void FlushObjects();
+    /// An object stream that is being filled.
+    struct Gathering {
+        std::string bodies;
+        std::vector<std::pair<int, std::size_t>> objects;  // number, start in bodies
+    };
+
+    void Flush(Gathering& gathering);
     void AddEntry(const Entry& entry);
     void WriteCrossReference(std::string_view trailerEntries);
     void WriteRaw(int number, std::string_view entries, std::string_view compressed);
@@ -64,10 +74,9 @@ private:
     OutputFile out_;
     Deflater deflater_;
     int next_ = 1;
-    std::string bodies_;                                 // of the object stream that is being filled
-    std::vector<std::pair<int, std::size_t>> gathered_;  // object number, start in bodies_
-    std::vector<Entry> entries_;                         // not yet in a cross-reference section
-    std::uint64_t previousSection_ = 0;                  // offset; 0 for none
+    std::array<Gathering, 2> gatherings_;  // by group
+    std::vector<Entry> entries_;           // not yet in a cross-reference section
+    std::uint64_t previousSection_ = 0;    // offset; 0 for none
     std::array<std::uint64_t, 2> digest_;
 };
 

@@ -36,6 +36,8 @@ void PdfStructure::BeginPage(int pageObject) {
     rows_.clear();
 }
 
+std::string& PdfStructure::Begin(int object) { return file_.BeginObject(object, ObjectGroup::Structure); }
+
 int PdfStructure::MarkContent(int element) {
     elements_.push_back(element);
     return static_cast<int>(elements_.size()) - 1;
@@ -44,7 +46,7 @@ int PdfStructure::MarkContent(int element) {
 int PdfStructure::AddHeadingLine() {
     const int element = file_.Reserve();
     const int mark = MarkContent(element);
-    std::string& out = file_.BeginObject(element);
+    std::string& out = Begin(element);
     out += headingLines_.empty() ? "<</S/H1/P " : "<</S/P/P ";
     AppendReference(document_, out);
     out += "/Pg ";
@@ -67,7 +69,7 @@ int PdfStructure::AddCell() {
     const int element = file_.Reserve();
     const int mark = MarkContent(element);
     cells_.push_back(element);
-    std::string& out = file_.BeginObject(element);
+    std::string& out = Begin(element);
     out += "<</S/TD/P ";
     AppendReference(row_, out);
     out += "/Pg ";
@@ -81,7 +83,7 @@ int PdfStructure::AddCell() {
 void PdfStructure::AddBlankCell() {
     const int element = file_.Reserve();
     cells_.push_back(element);
-    std::string& out = file_.BeginObject(element);
+    std::string& out = Begin(element);
     out += "<</S/TD/P ";
     AppendReference(row_, out);
     out += ">>";
@@ -98,7 +100,7 @@ void PdfStructure::AppendReferences(const std::vector<int>& objects, std::string
 }
 
 void PdfStructure::EndRow() {
-    std::string& out = file_.BeginObject(row_);
+    std::string& out = Begin(row_);
     out += "<</S/";
     out += RowType(rowRole_);
     out += "/P ";
@@ -111,7 +113,7 @@ void PdfStructure::EndRow() {
 
 void PdfStructure::EndPage() {
     if (body_ != 0) {
-        std::string& out = file_.BeginObject(body_);
+        std::string& out = Begin(body_);
         out += "<</S/TBody/P ";
         AppendReference(table_, out);
         out += "/K";
@@ -120,7 +122,7 @@ void PdfStructure::EndPage() {
         bodies_.push_back(body_);
     }
     const int parents = file_.Reserve();
-    AppendReferences(elements_, file_.BeginObject(parents));
+    AppendReferences(elements_, Begin(parents));
     pageParents_.push_back(parents);
 }
 
@@ -132,7 +134,7 @@ int PdfStructure::WriteParentTree() {
     for (std::size_t first = 0; first < pageParents_.size(); first += kLeafPages) {
         const std::size_t end = std::min(first + kLeafPages, pageParents_.size());
         leaves.push_back(file_.Reserve());
-        std::string& out = file_.BeginObject(leaves.back());
+        std::string& out = Begin(leaves.back());
         out += "<</Limits[";
         AppendInteger(static_cast<std::int64_t>(first), out);
         out += ' ';
@@ -147,7 +149,7 @@ int PdfStructure::WriteParentTree() {
         out.back() = ']';
         out += ">>";
     }
-    std::string& out = file_.BeginObject(tree);
+    std::string& out = Begin(tree);
     out += "<</Kids";
     AppendReferences(leaves, out);
     out += ">>";
@@ -155,7 +157,7 @@ int PdfStructure::WriteParentTree() {
 }
 
 int PdfStructure::Finish() {
-    std::string& table = file_.BeginObject(table_);
+    std::string& table = Begin(table_);
     table += "<</S/Table/P ";
     AppendReference(document_, table);
     table += "/K";
@@ -164,7 +166,7 @@ int PdfStructure::Finish() {
 
     std::vector<int> children = headingLines_;
     if (!bodies_.empty()) children.push_back(table_);
-    std::string& document = file_.BeginObject(document_);
+    std::string& document = Begin(document_);
     document += "<</S/Document/P ";
     AppendReference(root_, document);
     document += "/K";
@@ -172,7 +174,7 @@ int PdfStructure::Finish() {
     document += ">>";
 
     const int parentTree = WriteParentTree();
-    std::string& root = file_.BeginObject(root_);
+    std::string& root = Begin(root_);
     root += "<</Type/StructTreeRoot/RoleMap<</SubTotal/TR/GrandTotal/TR>>/K ";
     AppendReference(document_, root);
     root += "/ParentTree ";

@@ -38,6 +38,7 @@ public:
     int Finish();
 
 private:
+    std::string& Begin(int object);
     int MarkContent(int element);
     void AppendReferences(const std::vector<int>& objects, std::string& out) const;
     int WriteParentTree();

@@ -50,7 +50,11 @@ ToolResult RunTool(const std::string& command) {
 
 bool HasTool(const std::string& name) { return RunTool("command -v " + name).exitCode == 0; }
 
-std::string Quoted(const std::filesystem::path& path) { return "'" + path.string() + "'"; }
+std::string Quoted(const std::filesystem::path& path) {
+    std::string quoted = "'";
+    quoted += path.string();
+    return quoted += '\'';
+}
 
 // Lines such as <word xMin="18.0" yMin="18.1" xMax="55.3" yMax="29.3">text</word>.
 std::vector<Word> WordsOf(const std::filesystem::path& pdf) {
