@@ -1,14 +1,19 @@
 #include "data/jet/DiskFile.h"
 
 #include <fcntl.h>
-#include <sys/stat.h>
 #include <unistd.h>
 
 #include <cerrno>
-#include <cstring>
+#include <chrono>
 #include <system_error>
+#include <thread>
+#include <vector>
+
+#include "data/jet/Journal.h"
 
 namespace quillform::jet {
+
+enum class DiskFile::Lock : short { Shared = F_RDLCK, Exclusive = F_WRLCK };
 
 namespace {
 
@@ -22,37 +27,98 @@ namespace {
                        "The database " + name + " can't be opened: " + std::generic_category().message(error) + ".");
 }
 
+[[noreturn]] void FailLocked(const std::filesystem::path& path, const char* who) {
+    throw RunTimeError(ErrorNumber::Locked, "The database \"" + path.string() + "\" is in use by " + who + ".");
+}
+
+std::filesystem::path RealPath(const std::filesystem::path& path) {
+    std::error_code error;
+    std::filesystem::path real = std::filesystem::canonical(path, error);  // the journal lies beside the file itself
+    return error ? path : real;
+}
+
 }  // namespace
 
-DiskFile::DiskFile(const std::filesystem::path& path) : path_(path) {
-    handle_ = ::open(path.c_str(), O_RDWR | O_CLOEXEC);
-    if (handle_ < 0 && (errno == EACCES || errno == EROFS || errno == EPERM || errno == ETXTBSY)) {
-        handle_ = ::open(path.c_str(), O_RDONLY | O_CLOEXEC);
+DiskFile::DiskFile(const std::filesystem::path& path) : path_(RealPath(path)) {
+    file_ = FileHandle(path_, FileHandle::Mode::ReadWrite);
+    const int error = file_.OpenError();
+    if (!file_.IsOpen() && (error == EACCES || error == EROFS || error == EPERM || error == ETXTBSY)) {
+        file_ = FileHandle(path_, FileHandle::Mode::Read);
         isReadOnly_ = true;
     }
-    if (handle_ < 0) FailOpen(path, errno);
+    if (!file_.IsOpen()) FailOpen(path, file_.OpenError());
+    if (!WaitForLock(Lock::Shared)) FailLocked(path_, "another program that writes to it");
+    if (std::filesystem::exists(JournalPath(path_))) Recover();
 }
 
-DiskFile::~DiskFile() { ::close(handle_); }
-
-std::uint64_t DiskFile::Size() const {
-    struct stat facts {};
-    if (::fstat(handle_, &facts) != 0) FailOpen(path_, errno);
-    if (!S_ISREG(facts.st_mode))
-        throw RunTimeError(ErrorNumber::UnrecognizedFormat, "\"" + path_.string() + "\" is not a file.");
-    return static_cast<std::uint64_t>(facts.st_size);
+/// The lock belongs to the open file, not to the process, and goes with it. It lies far behind the end of any database,
+/// where it is in nobody's way.
+bool DiskFile::TryLock(Lock kind) {
+    struct flock range {};
+    range.l_type = static_cast<short>(kind);
+    range.l_whence = SEEK_SET;
+    range.l_start = off_t{1} << 40;
+    range.l_len = 1;
+    if (::fcntl(file_.Descriptor(), F_OFD_SETLK, &range) == 0) return true;
+    // A file system without locks: reading goes on, writing is taken to be alone.
+    return errno != EAGAIN && errno != EACCES;
 }
 
-void DiskFile::ReadAt(std::uint64_t offset, std::span<std::uint8_t> out) const {
-    std::size_t done = 0;
-    while (done < out.size()) {
-        const ssize_t got = ::pread(handle_, out.data() + done, out.size() - done, static_cast<off_t>(offset + done));
-        if (got < 0 && errno == EINTR) continue;
-        if (got <= 0)
-            throw RunTimeError(ErrorNumber::DiskError,
-                               "The database \"" + path_.string() + "\" can't be read: " +
-                                   (got < 0 ? std::generic_category().message(errno) : "it ends too early") + ".");
-        done += static_cast<std::size_t>(got);
+bool DiskFile::WaitForLock(Lock kind) {
+    using namespace std::chrono_literals;
+    for (int attempt = 0; attempt < 20; ++attempt) {
+        if (TryLock(kind)) return true;
+        std::this_thread::sleep_for(25ms);
+    }
+    return false;
+}
+
+void DiskFile::Recover() {
+    if (isReadOnly_)
+        throw RunTimeError(ErrorNumber::NoPermission,
+                           "\"" + path_.string() +
+                               "\" was left in the middle of a change, and there is no permission to put it right.");
+    if (!WaitForLock(Lock::Exclusive)) FailLocked(path_, "another program, and a change to it was left unfinished");
+    PlayBack(path_, file_);
+    TryLock(Lock::Shared);
+}
+
+/// Access keeps this file beside a database that it has open.
+void DiskFile::RefuseIfAccessHasIt() const {
+    std::filesystem::path lockFile = path_;
+    lockFile.replace_extension(".ldb");
+    std::error_code error;
+    const auto size = std::filesystem::file_size(lockFile, error);
+    if (!error && size > 0)
+        FailLocked(path_, ("Access (the file \"" + lockFile.filename().string() + "\" says so)").c_str());
+}
+
+void DiskFile::StartWriting() {
+    if (isReadOnly_)
+        throw RunTimeError(ErrorNumber::ReadOnly, "The database \"" + path_.string() + "\" can only be read.");
+    if (::access(path_.parent_path().empty() ? "." : path_.parent_path().c_str(), W_OK) != 0)
+        throw RunTimeError(ErrorNumber::ReadOnly, "The database \"" + path_.string() +
+                                                      "\" can only be read: nothing can be written to its folder.");
+    RefuseIfAccessHasIt();
+    if (!WaitForLock(Lock::Exclusive)) FailLocked(path_, "another program");
+}
+
+void DiskFile::StopWriting() { TryLock(Lock::Shared); }
+
+void DiskFile::Replace(std::span<const PageImage> images, std::uint64_t newSize) {
+    const std::uint64_t oldSize = file_.Size();
+    std::vector<std::uint64_t> pages;
+    for (const PageImage& image : images)
+        if (image.offset + image.bytes.size() <= oldSize) pages.push_back(image.offset);
+    WriteJournal(path_, file_, pages, images.front().bytes.size());
+    try {
+        for (const PageImage& image : images) file_.WriteAt(image.offset, image.bytes);
+        if (newSize != file_.Size()) file_.Resize(newSize);
+        file_.Sync();
+        RemoveJournal(path_);
+    } catch (...) {
+        PlayBack(path_, file_);  // if this fails too, the next open does it
+        throw;
     }
 }
 

@@ -3,29 +3,35 @@
 #include <filesystem>
 
 #include "data/jet/FileAccess.h"
-#include "model/DataAccess.h"
+#include "data/jet/FileHandle.h"
 
 namespace quillform::jet {
 
-/// A database file on disk.
+/// A database file on disk. Processes that have it open share it for reading; the one that writes needs it alone for as
+/// long as its transaction lasts, since the others keep pages in memory.
 class DiskFile final : public FileAccess {
 public:
-    /// FileMissing, NoPermission, Locked. Opens for reading only where writing isn't allowed.
+    /// FileMissing, NoPermission, Locked. Opens for reading only where writing isn't allowed. Finishes or takes back
+    /// what a process that died left half-written.
     explicit DiskFile(const std::filesystem::path& path);
-    ~DiskFile() override;
-    DiskFile(const DiskFile&) = delete;
-    DiskFile& operator=(const DiskFile&) = delete;
 
-    std::uint64_t Size() const override;
-    void ReadAt(std::uint64_t offset, std::span<std::uint8_t> out) const override;
+    std::uint64_t Size() const override { return file_.Size(); }
+    void ReadAt(std::uint64_t offset, std::span<std::uint8_t> out) const override { file_.ReadAt(offset, out); }
     bool IsReadOnly() const override { return isReadOnly_; }
     void StartWriting() override;
     void Replace(std::span<const PageImage> images, std::uint64_t newSize) override;
     void StopWriting() override;
 
 private:
+    enum class Lock : short;
+
+    bool TryLock(Lock kind);
+    bool WaitForLock(Lock kind);
+    void Recover();
+    void RefuseIfAccessHasIt() const;
+
     std::filesystem::path path_;
-    int handle_ = -1;
+    FileHandle file_{};
     bool isReadOnly_ = false;
 };
 

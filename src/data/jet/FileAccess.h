@@ -36,8 +36,13 @@ public:
 /// A database in memory; changes stay there.
 class MemoryFile final : public FileAccess {
 public:
-    explicit MemoryFile(std::vector<std::uint8_t> bytes) : bytes_(std::move(bytes)) {}
-    std::uint64_t Size() const override { return bytes_.size(); }
+    using Content = std::shared_ptr<std::vector<std::uint8_t>>;
+
+    explicit MemoryFile(std::vector<std::uint8_t> bytes)
+        : bytes_(std::make_shared<std::vector<std::uint8_t>>(std::move(bytes))) {}
+    /// The bytes outlive the database for whoever keeps `content`.
+    explicit MemoryFile(Content content) : bytes_(std::move(content)) {}
+    std::uint64_t Size() const override { return bytes_->size(); }
     void ReadAt(std::uint64_t offset, std::span<std::uint8_t> out) const override;
     bool IsReadOnly() const override { return false; }
     void StartWriting() override {}
@@ -45,7 +50,7 @@ public:
     void StopWriting() override {}
 
 private:
-    std::vector<std::uint8_t> bytes_;
+    Content bytes_;
 };
 
 }  // namespace quillform::jet

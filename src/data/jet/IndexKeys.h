@@ -26,7 +26,8 @@ public:
         key.clear();
         std::size_t nulls = 0;
         for (const Part& part : parts_) {
-            const ValueView value = row.Value(part.position);
+            ValueView value = row.Value(part.position);
+            if (value.IsNull() && part.column.type == ColumnType::Boolean) value.kind = ValueKind::Boolean;
             nulls += value.IsNull() ? 1 : 0;
             Append(part, value, key);
         }

@@ -1,7 +1,6 @@
 #include "data/jet/IndexNode.h"
 
 #include <algorithm>
-#include <bit>
 
 namespace quillform::jet {
 
@@ -65,8 +64,8 @@ IndexNode ReadIndexNode(const PageFile& file, std::uint32_t page) {
     const Layout& form = file.Form();
     const PageRef pin = file.Read(page);
     const std::uint8_t* bytes = pin.get();
-    const std::string name = "page " + std::to_string(page);
-    if (bytes[0] != leafNode && bytes[0] != innerNode) Damaged(name + " should be part of an index and isn't");
+    if (bytes[0] != leafNode && bytes[0] != innerNode)
+        Damaged("page " + std::to_string(page) + " should be part of an index and isn't");
     IndexNode node;
     node.isLeaf = bytes[0] == leafNode;
     node.table = GetU32(bytes + 4);
@@ -74,26 +73,10 @@ IndexNode ReadIndexNode(const PageFile& file, std::uint32_t page) {
     node.next = GetU32(bytes + form.nodeNext);
     node.tail = GetU32(bytes + form.nodeTail);
     node.level = bytes[form.nodeLevel];
-    const std::size_t prefix = form.nodePrefixWidth == 1 ? bytes[form.nodePrefix] : GetU16(bytes + form.nodePrefix);
-    const std::size_t shortest = rowPointerBytes + (node.isLeaf ? 0 : childBytes);
-    const char* area = reinterpret_cast<const char*>(bytes + form.nodeEntries);
-    std::size_t start = 0;
-    for (std::size_t i = 0; i < form.nodeEntries - form.nodeBitmap; ++i) {
-        for (unsigned bits = bytes[form.nodeBitmap + i]; bits != 0; bits &= bits - 1) {
-            const std::size_t end = 8 * i + static_cast<std::size_t>(std::countr_zero(bits));
-            if (end == 0) continue;  // some writers mark the start of the first entry too
-            if (end > Capacity(form)) Damaged("an entry of the index " + name + " ends outside the page");
-            std::string entry;
-            if (!node.entries.empty()) {
-                if (node.entries.front().size() < prefix) Damaged("the index " + name + " shares more than it has");
-                entry = node.entries.front().substr(0, prefix);
-            }
-            entry.append(area + start, end - start);
-            if (entry.size() < shortest) Damaged("an entry of the index " + name + " is too short");
-            node.entries.push_back(std::move(entry));
-            start = end;
-        }
-    }
+    ForEachEntry(pin, page, form, [&node](std::string_view shared, std::string_view own) {
+        node.entries.emplace_back(shared).append(own);
+        return true;
+    });
     return node;
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <bit>
 #include <string>
 #include <vector>
 
@@ -23,6 +24,11 @@ struct IndexNode {
 
 inline constexpr std::size_t rowPointerBytes = 4, childBytes = 4;
 
+/// Calls `use(shared, own)` with both parts of each entry of a page, in order, until it gives false. Damaged if an
+/// entry isn't inside the page.
+template <typename Use>
+void ForEachEntry(const PageRef& page, std::uint32_t number, const Layout& form, Use use);
+
 IndexNode ReadIndexNode(const PageFile& file, std::uint32_t page);
 /// Whether the entries fit on one page.
 bool FitsOnPage(const IndexNode& node, const Layout& form);
@@ -35,5 +41,27 @@ std::string_view LeafPartOf(const std::string& entry);
 void AppendRowPointer(std::string& key, RowPointer row);
 RowPointer RowPointerOf(std::string_view leafEntry);
 std::string InnerEntry(std::string_view leafEntry, std::uint32_t child);
+
+template <typename Use>
+void ForEachEntry(const PageRef& page, std::uint32_t number, const Layout& form, Use use) {
+    const std::uint8_t* bytes = page.get();
+    const std::size_t prefix = form.nodePrefixWidth == 1 ? bytes[form.nodePrefix] : GetU16(bytes + form.nodePrefix);
+    const std::size_t shortest = rowPointerBytes + (bytes[0] == leafNode ? 0 : childBytes);
+    const char* area = reinterpret_cast<const char*>(bytes + form.nodeEntries);
+    std::string_view shared{};
+    std::size_t start = 0;
+    for (std::size_t i = 0; i < form.nodeEntries - form.nodeBitmap; ++i) {
+        for (unsigned bits = bytes[form.nodeBitmap + i]; bits != 0; bits &= bits - 1) {
+            const std::size_t end = 8 * i + static_cast<std::size_t>(std::countr_zero(bits));
+            if (end == 0) continue;  // marks no end
+            if (end > form.pageSize - form.nodeEntries || shared.size() + end - start < shortest ||
+                (start == 0 && end < prefix))
+                Damaged("an entry of the index page " + std::to_string(number) + " isn't inside the page");
+            if (!use(shared, std::string_view(area + start, end - start))) return;
+            if (start == 0) shared = std::string_view(area, prefix);
+            start = end;
+        }
+    }
+}
 
 }  // namespace quillform::jet

@@ -7,14 +7,16 @@
 #include "data/Storage.h"
 #include "data/jet/Catalog.h"
 #include "data/jet/JetTable.h"
+#include "data/jet/PageAllocator.h"
 
 namespace quillform::jet {
 
 /// An open Jet database over whatever holds its bytes.
-class JetDatabase final : public data::Storage {
+class JetDatabase final : public data::Storage, private TableHost {
 public:
     /// `name` is how messages and Path() call the file.
     JetDatabase(std::unique_ptr<FileAccess> file, std::string name, Access access);
+    ~JetDatabase() override;
 
     const std::string& Path() const override { return name_; }
     const std::vector<TableDef>& Tables() const override { return definitions_; }
@@ -30,9 +32,12 @@ public:
     void Rollback() override;
     std::uint64_t ChangeCount() const override { return changes_; }
 
+    /// The bytes of a database without tables of its own. `created` is in days since 1899-12-30.
+    static std::vector<std::uint8_t> MakeEmpty(Format format, double created);
+
     /// Somebody else opened the same file for writing.
     void AllowWriting() { mayWrite_ = true; }
-    const PageFile& Pages() const { return file_; }
+    const PageFile& File() const { return file_; }
 
 private:
     struct Entry {
@@ -42,14 +47,27 @@ private:
         std::unique_ptr<JetTable> rows{};
     };
 
+    PageFile& Pages() override { return file_; }
+    PageAllocator& Allocator() override { return allocator_; }
+    void Run(const std::function<void()>& change) override;
+    void Write(JetTable& table, const std::function<void()>& work) override;
+
     void ReadTables();
     TableDef ReadTable(Entry& entry) const;
+    int Find(std::string_view name) const;
+    JetTable& SystemTable(std::string_view name);
+    void CheckRelations(std::string_view table) const;
+    void Refuse(ErrorNumber number, std::string_view table, const char* why) const;
 
     std::string name_;
     PageFile file_;
+    PageAllocator allocator_;
     bool mayWrite_;
     std::vector<TableDef> definitions_{};
     std::vector<Entry> entries_{};
+    std::vector<JetTable*> touched_{};  // by the open transaction
+    bool isBroken_ = false;             // a change of the open transaction stopped half-way
+    bool tablesChanged_ = false;        // the open transaction made or dropped tables
     std::uint64_t changes_ = 0;
 };
 

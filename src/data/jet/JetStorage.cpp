@@ -4,13 +4,16 @@
 
 #include <algorithm>
 #include <array>
+#include <cerrno>
 #include <fstream>
 #include <map>
 #include <mutex>
 #include <optional>
+#include <system_error>
 
 #include "data/jet/DiskFile.h"
 #include "data/jet/JetDatabase.h"
+#include "platform/Clock.h"
 
 namespace quillform::jet {
 
@@ -38,7 +41,7 @@ std::optional<FileIdentity> IdentityOf(const std::filesystem::path& path) {
 /// The password protects nothing: it stands in the file's first page and the rows aren't encoded with it. Whoever set
 /// it wants to be asked, though, and there is no way to ask here.
 void RespectPassword(const JetDatabase& database) {
-    if (database.Pages().FileHeader().hasPassword)
+    if (database.File().FileHeader().hasPassword)
         throw RunTimeError(
             ErrorNumber::PasswordRequired,
             "\"" + database.Path() + "\" has a database password; take it off in Access to use the file here.");
@@ -77,6 +80,26 @@ std::shared_ptr<data::Storage> Open(const std::filesystem::path& path, Access ac
     if (const auto identity = IdentityOf(path)) registry.files[*identity] = database;
     std::erase_if(registry.files, [](const auto& entry) { return entry.second.expired(); });
     return database;
+}
+
+std::shared_ptr<data::Storage> Create(const std::filesystem::path& path, Format format) {
+    const std::vector<std::uint8_t> bytes = JetDatabase::MakeEmpty(format, SystemClock().Now());
+    {
+        FileHandle file(path, FileHandle::Mode::CreateNew);
+        if (!file.IsOpen())
+            throw RunTimeError(file.OpenError() == ENOENT ? ErrorNumber::PathNotFound : ErrorNumber::PermissionDenied,
+                               "The database \"" + path.string() +
+                                   "\" can't be made: " + std::generic_category().message(file.OpenError()) + ".");
+        try {
+            file.WriteAt(0, bytes);
+            file.Sync();
+        } catch (...) {
+            std::error_code ignored;
+            std::filesystem::remove(path, ignored);
+            throw;
+        }
+    }
+    return Open(path, Access::ReadWrite);
 }
 
 }  // namespace quillform::jet

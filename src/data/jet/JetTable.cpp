@@ -89,14 +89,23 @@ TableDef MakeTableDef(const std::string& name, const TableDefinition& table,
     return definition;
 }
 
-JetTable::JetTable(PageFile& file, const TableDef& definition, TableDefinition table)
-    : file_(file),
+JetTable::JetTable(TableHost& host, const TableDef& definition, TableDefinition table)
+    : host_(host),
       definition_(definition),
       table_(std::move(table)),
-      form_(table_, file.Form(), file.FileHeader().codePage) {}
+      form_(table_, host.Pages().Form(), host.Pages().FileHeader().codePage),
+      treeChanges_(table_.trees.size()),
+      room_(host.Pages(), host.Allocator(), table_.page, table_.ownedMap, table_.freeMap),
+      longValues_(table_.columns.size()) {
+    for (const Tree& tree : table_.trees) keys_.emplace_back(table_, tree, host.Pages().FileHeader());
+}
 
-std::unique_ptr<data::TableScan> JetTable::Scan() const { return std::make_unique<RowScan>(file_, table_, form_); }
+std::unique_ptr<data::TableScan> JetTable::Scan() const {
+    return std::make_unique<RowScan>(host_.Pages(), table_, form_);
+}
 
-std::unique_ptr<data::RowReader> JetTable::Reader() const { return std::make_unique<RowFetch>(file_, table_, form_); }
+std::unique_ptr<data::RowReader> JetTable::Reader() const {
+    return std::make_unique<RowFetch>(host_.Pages(), table_, form_);
+}
 
 }  // namespace quillform::jet

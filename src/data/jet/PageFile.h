@@ -38,6 +38,7 @@ public:
     std::uint32_t Append();
 
     bool InTransaction() const { return depth_ > 0; }
+    int Depth() const { return depth_; }
     /// Locked or ReadOnly if nothing can be written.
     void Begin();
     void Commit();

@@ -1,0 +1,247 @@
+#include "data/jet/IndexTree.h"
+
+#include <algorithm>
+
+#include "data/jet/UsageMap.h"
+
+namespace quillform::jet {
+
+namespace {
+
+constexpr std::size_t mostLevels = 16;
+
+[[noreturn]] void FailDeep(std::uint32_t root) {
+    Damaged("the index at page " + std::to_string(root) + " has too many levels");
+}
+
+/// Compares an entry, given in its two parts, with bytes that begin it or not.
+int CompareParts(std::string_view shared, std::string_view own, std::string_view target) {
+    const int first = shared.compare(target.substr(0, shared.size()));
+    if (first != 0 || target.size() < shared.size()) return first;
+    return own.compare(target.substr(shared.size()));
+}
+
+/// The child of an inner page to follow for bytes that are to be found.
+std::uint32_t ChildFor(const PageFile& file, const PageRef& page, std::uint32_t number, std::string_view target) {
+    std::uint32_t child = GetU32(page.get() + file.Form().nodeTail);
+    ForEachEntry(page, number, file.Form(), [&](std::string_view shared, std::string_view own) {
+        if (CompareParts(shared, own.substr(0, own.size() - std::min(own.size(), childBytes)), target) < 0) return true;
+        std::string entry(shared);
+        child = ChildOf(entry.append(own));
+        return false;
+    });
+    return child;
+}
+
+std::uint32_t LeafFor(const PageFile& file, std::uint32_t root, std::string_view target) {
+    std::uint32_t number = root;
+    for (std::size_t level = 0; level < mostLevels; ++level) {
+        const PageRef page = file.Read(number);
+        if (page[0] == leafNode) return number;
+        if (page[0] != innerNode) Damaged("page " + std::to_string(number) + " should be part of an index and isn't");
+        number = ChildFor(file, page, number, target);
+    }
+    FailDeep(root);
+}
+
+/// Where to cut a page that is too full, so that both halves fit.
+std::size_t SplitPoint(const IndexNode& node) {
+    std::size_t total = 0, left = 0;
+    for (const std::string& entry : node.entries) total += entry.size();
+    std::size_t count = 0;
+    while (left < total / 2) left += node.entries[count++].size();
+    return std::clamp<std::size_t>(count, 1, node.entries.size() - (node.isLeaf ? 1 : 2));
+}
+
+}  // namespace
+
+void TreeChanges::Add(std::string entry) {
+    if (removed.erase(entry) > 0) return;
+    added.insert(added.end(), std::move(entry));
+}
+
+void TreeChanges::Remove(std::string entry) {
+    if (added.erase(entry) > 0) return;
+    removed.insert(std::move(entry));
+}
+
+std::size_t LongestEntry(const Layout& form) { return (form.pageSize - form.nodeEntries) / 2 - childBytes; }
+
+std::vector<std::string> FindKey(const PageFile& file, std::uint32_t root, std::string_view key) {
+    std::vector<std::string> found;
+    std::uint32_t number = LeafFor(file, root, key);
+    bool goesOn = true;
+    for (std::uint32_t seen = 0; goesOn && number != 0; ++seen) {
+        const PageRef page = file.Read(number);
+        if (page[0] != leafNode || seen > file.PageCount()) Damaged("the leaves of an index don't end");
+        ForEachEntry(page, number, file.Form(), [&](std::string_view shared, std::string_view own) {
+            const int order = CompareParts(shared, own, key);
+            if (order < 0) return true;
+            std::string entry(shared);
+            entry.append(own);
+            goesOn = entry.starts_with(key);
+            if (HasKey(entry, key)) found.push_back(std::move(entry));
+            return goesOn;
+        });
+        number = GetU32(page.get() + file.Form().nodeNext);
+    }
+    return found;
+}
+
+std::vector<std::string> ReadAllEntries(const PageFile& file, std::uint32_t root) {
+    std::vector<std::string> entries;
+    std::uint32_t number = LeafFor(file, root, {});
+    for (std::uint32_t seen = 0; number != 0; ++seen) {
+        if (seen > file.PageCount()) Damaged("the leaves of an index don't end");
+        IndexNode node = ReadIndexNode(file, number);
+        if (!node.isLeaf) Damaged("page " + std::to_string(number) + " should be a leaf of an index and isn't");
+        std::move(node.entries.begin(), node.entries.end(), std::back_inserter(entries));
+        number = node.next;
+    }
+    return entries;
+}
+
+IndexTree::Path IndexTree::Descend(std::string_view entry) const {
+    Path path;
+    std::uint32_t page = tree_.root;
+    while (page != 0 && path.size() < mostLevels) {
+        path.push_back({page, ReadIndexNode(file_, page), 0});
+        const IndexNode& node = path.back().node;
+        const auto below = [&node](const std::string& candidate, std::string_view target) {
+            return (node.isLeaf ? std::string_view(candidate) : LeafPartOf(candidate)) < target;
+        };
+        const auto found = std::lower_bound(node.entries.begin(), node.entries.end(), entry, below);
+        path.back().child = static_cast<std::size_t>(found - node.entries.begin());
+        if (node.isLeaf) return path;
+        page = found == node.entries.end() ? node.tail : ChildOf(*found);
+    }
+    FailDeep(tree_.root);
+}
+
+void IndexTree::Apply(const TreeChanges& changes) {
+    if (changes.IsEmpty()) return;
+    // One change costs some dozen pages' worth of work less than a rebuild; measured on trees of all sizes.
+    const std::size_t pages = ReadUsageMap(file_, tree_.map).size();
+    if (changes.Count() <= 32 + 6 * pages && pages > 1 && ApplySingly(changes)) return;
+    std::vector<std::string> merged;
+    std::set<std::uint32_t> gone;  // rows whose entries aren't what their values say
+    const std::vector<std::string> old = ReadAllEntries(file_, tree_.root);
+    std::vector<std::string> kept;
+    std::set_difference(old.begin(), old.end(), changes.removed.begin(), changes.removed.end(),
+                        std::back_inserter(kept));
+    if (old.size() - kept.size() < changes.removed.size()) {
+        for (const std::string& entry : changes.removed) gone.insert(RowPointerOf(entry).value);
+        std::erase_if(kept, [&gone](const std::string& entry) { return gone.count(RowPointerOf(entry).value) > 0; });
+    }
+    std::set_union(kept.begin(), kept.end(), changes.added.begin(), changes.added.end(), std::back_inserter(merged));
+    RebuildTree(file_, allocator_, table_, tree_, merged);
+}
+
+bool IndexTree::ApplySingly(const TreeChanges& changes) {
+    for (const std::string& entry : changes.removed)
+        if (!Remove(entry)) return false;
+    for (const std::string& entry : changes.added) Insert(entry);
+    // What the file has counted may be wrong; the sum must not become nonsense for that.
+    const auto added = static_cast<std::int64_t>(changes.added.size());
+    const auto removed = static_cast<std::int64_t>(changes.removed.size());
+    tree_.entries = static_cast<std::uint32_t>(std::max<std::int64_t>(tree_.entries + added - removed, 0));
+    tree_.distinctKeys = static_cast<std::uint32_t>(std::min<std::int64_t>(tree_.distinctKeys + added, tree_.entries));
+    return true;
+}
+
+void IndexTree::Insert(const std::string& entry) {
+    Path path = Descend(entry);
+    Step& leaf = path.back();
+    if (leaf.child < leaf.node.entries.size() && leaf.node.entries[leaf.child] == entry) return;
+    leaf.node.entries.insert(leaf.node.entries.begin() + static_cast<std::ptrdiff_t>(leaf.child), entry);
+    if (FitsOnPage(leaf.node, file_.Form()))
+        WriteIndexNode(file_, leaf.page, leaf.node);
+    else
+        Split(std::move(path));
+}
+
+/// False, and nothing changed, if the entry isn't there or the tree would get a shape that this doesn't handle.
+bool IndexTree::Remove(const std::string& entry) {
+    Path path = Descend(entry);
+    Step& leaf = path.back();
+    std::vector<std::string>& entries = leaf.node.entries;
+    if (leaf.child >= entries.size() || entries[leaf.child] != entry) return false;
+    entries.erase(entries.begin() + static_cast<std::ptrdiff_t>(leaf.child));
+    if (entries.empty() && path.size() > 1) return false;
+    if (leaf.child == entries.size()) {
+        // The key above the leaf, wherever that stands, follows its last entry.
+        for (std::size_t i = path.size() - 1; i-- > 0;) {
+            Step& step = path[i];
+            if (step.child == step.node.entries.size()) continue;
+            std::string& above = step.node.entries[step.child];
+            above = InnerEntry(entries.back(), ChildOf(above));
+            if (!FitsOnPage(step.node, file_.Form())) return false;
+            WriteIndexNode(file_, step.page, step.node);
+            break;
+        }
+    }
+    WriteIndexNode(file_, leaf.page, leaf.node);
+    return true;
+}
+
+std::uint32_t IndexTree::NewPage() {
+    const std::uint32_t page = allocator_.Allocate();
+    AddToMap(file_, allocator_, tree_.map, page);
+    return page;
+}
+
+void IndexTree::Split(Path path) {
+    Step& step = path.back();
+    IndexNode& left = step.node;
+    const bool appended = left.isLeaf && left.next == 0 && step.child + 1 == left.entries.size();
+    const std::size_t cut = appended ? left.entries.size() - 1 : SplitPoint(left);
+    const auto middle = left.entries.begin() + static_cast<std::ptrdiff_t>(cut);
+    IndexNode right = left;
+    right.entries.assign(left.isLeaf ? middle : middle + 1, left.entries.end());
+    const std::string separator(left.isLeaf ? std::string_view(*(middle - 1)) : LeafPartOf(*middle));
+    if (!left.isLeaf) left.tail = ChildOf(*middle);
+    left.entries.erase(middle, left.entries.end());
+    if (path.size() == 1) return SplitRoot(step, left, std::move(right), separator);
+    const std::uint32_t rightPage = NewPage();
+    right.previous = step.page;
+    left.next = rightPage;
+    if (right.next != 0) PutU32(file_.Modify(right.next) + file_.Form().nodePrevious, rightPage);
+    WriteIndexNode(file_, step.page, left);
+    WriteIndexNode(file_, rightPage, right);
+    const std::uint32_t leftPage = step.page;
+    path.pop_back();
+    AddToParent(std::move(path), separator, leftPage, rightPage);
+}
+
+/// The root keeps its page number: its halves move to new pages.
+void IndexTree::SplitRoot(const Step& root, IndexNode left, IndexNode right, std::string_view separator) {
+    const std::uint32_t leftPage = NewPage(), rightPage = NewPage();
+    left.previous = right.next = 0;
+    left.next = rightPage;
+    right.previous = leftPage;
+    WriteIndexNode(file_, leftPage, left);
+    WriteIndexNode(file_, rightPage, right);
+    IndexNode top;
+    top.isLeaf = false;
+    top.table = table_;
+    top.level = static_cast<std::uint8_t>(left.level + 1);
+    top.entries.push_back(InnerEntry(separator, leftPage));
+    top.tail = rightPage;
+    WriteIndexNode(file_, root.page, top);
+}
+
+void IndexTree::AddToParent(Path path, std::string_view separator, std::uint32_t left, std::uint32_t right) {
+    Step& parent = path.back();
+    std::vector<std::string>& entries = parent.node.entries;
+    if (parent.child < entries.size())
+        entries[parent.child] = InnerEntry(LeafPartOf(entries[parent.child]), right);
+    else
+        parent.node.tail = right;
+    entries.insert(entries.begin() + static_cast<std::ptrdiff_t>(parent.child), InnerEntry(separator, left));
+    if (FitsOnPage(parent.node, file_.Form()))
+        WriteIndexNode(file_, parent.page, parent.node);
+    else
+        Split(std::move(path));
+}
+
+}  // namespace quillform::jet
