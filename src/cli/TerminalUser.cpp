@@ -41,6 +41,12 @@ void TerminalUser::Warn(std::string_view text) {
     PrintLine(text);
 }
 
+void TerminalUser::Note(std::string_view text) {
+    if (choices_.isQuiet) return;
+    HideProgress();
+    PrintLine(text);
+}
+
 void TerminalUser::SetProgress(long long value) {
     if (!showsProgress_ || maximum_ <= 0) return;
     const auto now = std::chrono::steady_clock::now();

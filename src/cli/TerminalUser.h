@@ -14,7 +14,7 @@ namespace quillform::cli {
 class TerminalUser final : public UserInterface {
 public:
     struct Choices {
-        bool isQuiet = false;     ///< warnings and progress are not shown
+        bool isQuiet = false;     ///< warnings, notes and progress are not shown
         bool answersYes = false;  ///< to every question; else No
     };
     explicit TerminalUser(Choices choices);
@@ -22,6 +22,7 @@ public:
     void Message(std::string_view text, std::string_view title) override;
     bool Ask(std::string_view question, std::string_view title, MessageIcon icon) override;
     void Warn(std::string_view text) override;
+    void Note(std::string_view text) override;
     std::optional<std::string> SaveDialog(const FileDialog&) override { return std::nullopt; }
     std::optional<std::string> OpenDialog(const FileDialog&) override { return std::nullopt; }
     void ShowProgress() override {}

@@ -32,6 +32,8 @@ public:
     /// Something the user should know that is no message of the described system: a font replaced, a path substituted,
     /// a character that the file can't hold. Never stops the work.
     virtual void Warn(std::string_view text) = 0;
+    /// Something that is as it should be and yet good to know, such as a font drawn by its metric twin.
+    virtual void Note(std::string_view) {}
 
     /// The chosen path, or empty when the user cancelled.
     virtual std::optional<std::string> SaveDialog(const FileDialog& dialog) = 0;

@@ -110,7 +110,7 @@ void PrinterOutput::Close(Ending ending) {
         return;
     }
     target_->EndDoc();
-    for (const std::string& note : target_->FontSubstitutions()) user_->Warn(note);
+    for (const std::string& note : target_->FontSubstitutions()) user_->Note(note);
     target_.reset();
 }
 

@@ -108,6 +108,7 @@ public:
     void Message(std::string_view text, std::string_view) override { messages.emplace_back(text); }
     bool Ask(std::string_view, std::string_view, MessageIcon) override { return false; }
     void Warn(std::string_view text) override { warnings.emplace_back(text); }
+    void Note(std::string_view) override {}
     std::optional<std::string> SaveDialog(const FileDialog&) override { return std::nullopt; }
     std::optional<std::string> OpenDialog(const FileDialog&) override { return std::nullopt; }
     void ShowProgress() override {}
