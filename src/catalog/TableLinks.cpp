@@ -65,19 +65,26 @@ bool ReadsAsKey(std::string_view name) {
                        [&](std::string_view ending) { return lower.ends_with(ending); });
 }
 
-/// The single field that tells the rows of a table apart; null if there is none or its name could be any table's.
-const Field* KeyOf(const TableDef& table) {
+/// The single field that tells the rows of a table apart; none where its name could be any table's.
+struct Key {
+    const Field* field = nullptr;
+    bool isDeclared = false;  ///< by an index, not just by its name
+};
+
+Key KeyOf(const TableDef& table) {
     const auto fieldOf = [&](const IndexDef& index) -> const Field* {
         const int found = index.Columns.size() == 1 ? table.FindField(index.Columns[0].Name) : -1;
         return found < 0 ? nullptr : &table.Fields[static_cast<std::size_t>(found)];
     };
-    const auto named = [](const Field* field) { return field && !IsCommonName(field->Name) ? field : nullptr; };
+    const auto keyOf = [](const Field* field, bool isDeclared) {
+        return field && !IsCommonName(field->Name) ? Key{field, isDeclared} : Key{};
+    };
     for (const IndexDef& index : table.Indexes)
-        if (index.Primary) return named(fieldOf(index));
+        if (index.Primary) return keyOf(fieldOf(index), true);
     for (const IndexDef& index : table.Indexes)
-        if (index.Unique && fieldOf(index)) return named(fieldOf(index));
-    if (table.Fields.empty() || !ReadsAsKey(table.Fields[0].Name)) return nullptr;
-    return named(&table.Fields[0]);
+        if (index.Unique && fieldOf(index)) return keyOf(fieldOf(index), true);
+    if (table.Fields.empty() || !ReadsAsKey(table.Fields[0].Name)) return {};
+    return keyOf(&table.Fields[0], false);
 }
 
 /// Which tables are connected by the links so far.
@@ -138,8 +145,11 @@ public:
     /// Tables whose keys have one name.
     void GuessSharedKeys() {
         ForEachPair([&](std::size_t left, std::size_t right) {
-            if (keys_[left] && keys_[right] && EqualCaseBlind(keys_[left]->Name, keys_[right]->Name))
-                Guess(left, right, keys_[left], keys_[right]);
+            const Key& one = keys_[left];
+            const Key& other = keys_[right];
+            if (!one.field || !other.field || !(one.isDeclared || other.isDeclared)) return;
+            if (one.field->AutoNumber && other.field->AutoNumber) return;
+            if (EqualCaseBlind(one.field->Name, other.field->Name)) Guess(left, right, one.field, other.field);
         });
     }
 
@@ -175,10 +185,10 @@ private:
     }
 
     void GuessReference(std::size_t from, std::size_t to) {
-        const Field* key = keys_[to];
+        const Field* key = keys_[to].field;
         if (!key) return;
         const Field* field = FieldOf(from, key->Name);
-        if (field && field != keys_[from]) Guess(from, to, field, key);
+        if (field && field != keys_[from].field && !field->AutoNumber) Guess(from, to, field, key);
     }
     void Guess(std::size_t one, std::size_t other, const Field* oneField, const Field* otherField) {
         if (!CanCompare(*oneField, *otherField) || AreLinked(one, other)) return;
@@ -197,7 +207,7 @@ private:
     void LeaveOut(std::string sentence) { result_.leftOut.push_back(std::move(sentence)); }
 
     const std::vector<TableDef>& tables_;
-    std::vector<const Field*> keys_;
+    std::vector<Key> keys_;
     Forest forest_;
     std::vector<Link> links_;
     TableLinks result_;
