@@ -61,7 +61,7 @@ Layout SalesByCountry(const Catalog& catalog, std::string_view database) {
 /// A detail of two rows, dates and times kept as digits in text columns, a page for each salesperson.
 Layout OrderBook(const Catalog& catalog, std::string_view database) {
     LayoutDraft draft(catalog, database, maroon);
-    draft.TitleBlock("Order Book", "Orders due in December, with their customers; one page for each salesperson",
+    draft.TitleBlock("Order Book", "Orders due in December, with their customers; each salesperson begins a page",
                      leftEdge, landscapeRight);
     draft.Columns({{"Salesperson", "Salesperson", 4, 18, 'L', Primary | HideDuplicates},
                    {"Order Number", "Order", 23, 7, 'L', Third},
@@ -70,7 +70,7 @@ Layout OrderBook(const Catalog& catalog, std::string_view database) {
                    {"Pickup(hh:mm AM/PM)", "Pickup", 61, 10},
                    {"Shipped (mm/dd/yyyy)", "Shipped", 72, 12},
                    {"Paid", "Paid", 85, 8},
-                   {"Freight", "Freight", 94, 27, 'R', SubTotal1 | GrandTotal},
+                   {"Freight", "Freight", 107, 14, 'R', SubTotal1 | GrandTotal},
                    {"Company", "", 23, 28, 'L', None, 1},
                    {"City", "", 52, 18, 'L', None, 1},
                    {"Remarks", "", 72, 48, 'L', None, 1}},
