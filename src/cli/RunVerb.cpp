@@ -21,9 +21,6 @@ namespace quillform::cli {
 
 namespace {
 
-constexpr std::string_view missingDatabase =
-    "The Database you've selected does not exist.  Use [Edit]-[Report Options] to locate the database.";
-
 constexpr Switch switches[] = {
     {'d', "database", "FILE", "report on this database instead of the layout's"},
     {'t', "type", "TYPE", "pdf, txt, csv, word or wordperfect; else by FILE's extension, else as the layout says"},
@@ -124,7 +121,9 @@ void ApplySwitches(const Arguments& arguments, ReportSettings& settings) {
 /// The database must be there and have its catalog before anything is opened for writing. Throws what is wrong.
 void CheckDatabase(const Layout& layout, DBEngine& engine, UserInterface& user) {
     const auto path = FindReportDatabase(layout, user);
-    if (!path) throw RunTimeError(ErrorNumber::FileMissing, std::string(missingDatabase));
+    if (!path)
+        throw RunTimeError(ErrorNumber::FileMissing, "The database \"" + layout.settings.strDatabase[1] +
+                                                         "\" does not exist; name another with --database.");
     const std::unique_ptr<Database> database = engine.OpenDatabase(*path, Access::ReadOnly);
     if (database->FindTable(catalogIndexTable) && database->FindTable(catalogRelationTable)) return;
     throw RunTimeError(ErrorNumber::UnrecognizedFormat, "The database \"" + *path +
@@ -215,6 +214,8 @@ ExitCode RunLayout(const Arguments& arguments, const std::string& layoutFile) {
     run.layout.InitReportModule();
     run.layout.ClearLayout();
     std::vector<LayoutProblem> problems;
+    if (!FindFile(layoutFile))
+        throw RunTimeError(ErrorNumber::FileNotFound, "The layout \"" + layoutFile + "\" does not exist.");
     if (!LoadLayout(layoutFile, run.layout, *measure, user, {.checkDatabase = {}, .problems = &problems}))
         return ExitCode::Layout;
     for (const LayoutProblem& problem : problems)
@@ -224,7 +225,7 @@ ExitCode RunLayout(const Arguments& arguments, const std::string& layoutFile) {
     run.type = ChooseType(arguments, run.layout.settings);
     run.file = ChooseFile(arguments, run.layout, run.type);
     const RunOptions options{.walk = ChooseWalk(arguments)};
-    CheckDatabase(run.layout, *engine, user);
+    if (run.layout.Fields.Count() > 0) CheckDatabase(run.layout, *engine, user);  // else the run has its own word
 
     const InterruptGuard guard;
     const std::unique_ptr<Output> output =
