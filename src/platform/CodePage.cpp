@@ -10,6 +10,7 @@
 #include <utility>
 #include <vector>
 
+#include "platform/AsciiRun.h"
 #include "platform/Text.h"
 
 namespace quillform {
@@ -183,22 +184,23 @@ std::string EncodedBytes(const ByteTable& table, std::string_view text, std::siz
 std::string Utf8FromCp1252(std::string_view bytes) {
     std::string result;
     result.reserve(bytes.size());
-    for (const char c : bytes) {
-        const auto byte = static_cast<unsigned char>(c);
-        if (byte < 0x80)
-            result += c;
-        else
-            AppendCodePoint(byte < 0xA0 ? char32_t{kUpperControls[byte - 0x80u]} : char32_t{byte}, result);
+    for (std::size_t at = 0; at < bytes.size(); ++at) {
+        const std::size_t plain = AsciiRun(bytes, at);
+        result.append(bytes, at, plain);
+        at += plain;
+        if (at == bytes.size()) break;
+        const auto byte = static_cast<unsigned char>(bytes[at]);
+        AppendCodePoint(byte < 0xA0 ? char32_t{kUpperControls[byte - 0x80u]} : char32_t{byte}, result);
     }
     return result;
 }
 
 void AppendCp1252(std::string_view utf8, std::string& out, std::size_t* replaced) {
     for (std::size_t at = 0; at < utf8.size();) {
-        if (static_cast<unsigned char>(utf8[at]) < 0x80) {
-            out += utf8[at++];
-            continue;
-        }
+        const std::size_t plain = AsciiRun(utf8, at);
+        out.append(utf8, at, plain);
+        at += plain;
+        if (at == utf8.size()) break;
         const int byte = Cp1252Byte(NextCodePoint(utf8, at));
         out += byte < 0 ? '?' : static_cast<char>(byte);
         if (byte < 0) CountReplaced(replaced);

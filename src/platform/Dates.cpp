@@ -79,7 +79,9 @@ double SerialOf(std::int64_t day, double seconds) {
 
 std::int64_t WholeSeconds(double serial) {
     const Moment moment = MomentOf(serial);
-    return moment.day * kSecondsPerDay + std::llround(moment.seconds);
+    // The last half second before the year 10000 has nowhere to be rounded to.
+    constexpr std::int64_t last = 2958466 * kSecondsPerDay - 1;
+    return std::min<std::int64_t>(moment.day * kSecondsPerDay + std::llround(moment.seconds), last);
 }
 
 /// Adds seconds, and clears what the fraction of a day lost in precision.
@@ -103,8 +105,6 @@ double AddMonths(double serial, double months) {
     const int day = std::min(civil.day, DaysInMonth(static_cast<int>(year), inYear));
     return SerialOf(DayFromCivil(year, inYear, day), moment.seconds);
 }
-
-std::int64_t DayNumber(double serial) { return MomentOf(serial).day; }
 
 /// Days since the week of a day began.
 int DaysIntoWeek(std::int64_t day, int firstDayOfWeek) {
@@ -164,13 +164,8 @@ int FullYear(int year) { return year < 0 || year > 99 ? year : year < 30 ? year 
 
 DateParts PartsOf(double serial) {
     const std::int64_t seconds = WholeSeconds(serial);
-    std::int64_t day = FloorDivided(seconds, kSecondsPerDay);
-    int inDay = static_cast<int>(seconds - day * kSecondsPerDay);
-    constexpr std::int64_t lastDay = 2958465;
-    if (day > lastDay) {  // the last half second before the year 10000 has nowhere to be rounded to
-        day = lastDay;
-        inDay = kSecondsPerDay - 1;
-    }
+    const std::int64_t day = FloorDivided(seconds, kSecondsPerDay);
+    const int inDay = static_cast<int>(seconds - day * kSecondsPerDay);
     const CivilDay civil = CivilFromDay(day);
     return {civil.year, civil.month, civil.day, inDay / 3600, inDay / 60 % 60, inDay % 60, WeekdayOf(day)};
 }
@@ -255,7 +250,6 @@ double DateAdd(DateInterval interval, double number, double serial) {
 
 double DateDiff(DateInterval interval, double from, double to, int firstDayOfWeek) {
     const auto difference = [&](auto measure) { return static_cast<double>(measure(to) - measure(from)); };
-    const auto days = [](double serial) { return DayNumber(serial); };
     switch (interval) {
         case DateInterval::Year:
             return difference([](double serial) { return PartsOf(serial).year; });
@@ -271,12 +265,12 @@ double DateDiff(DateInterval interval, double from, double to, int firstDayOfWee
             });
         case DateInterval::DayOfYear:
         case DateInterval::Day:
-            return difference(days);
+            return difference(PartsDay);
         case DateInterval::Weekday:
-            return std::trunc(difference(days) / 7);
+            return std::trunc(difference(PartsDay) / 7);
         case DateInterval::Week:
             return difference([&](double serial) {
-                       return DayNumber(serial) - DaysIntoWeek(DayNumber(serial), firstDayOfWeek);
+                       return PartsDay(serial) - DaysIntoWeek(PartsDay(serial), firstDayOfWeek);
                    }) /
                    7;
         case DateInterval::Hour:

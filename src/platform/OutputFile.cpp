@@ -4,6 +4,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <array>
 #include <cerrno>
 #include <chrono>
@@ -49,6 +50,16 @@ int OpenRetrying(const fs::path& path, int flags, mode_t mode = 0) {
     return descriptor;
 }
 
+/// The system would take such a name as ending there, and so for another one.
+bool HasZero(const fs::path& path) { return path.native().find('\0') != std::string::npos; }
+
+/// A path for a message, whole even where it holds a zero.
+std::string Shown(const fs::path& path) {
+    std::string text = path.string();
+    std::replace(text.begin(), text.end(), '\0', '?');
+    return '"' + text + '"';
+}
+
 /// Makes a new file in `folder`, its rights those of the user's umask, and tells its name.
 std::pair<int, fs::path> OpenTemporary(const fs::path& folder) {
     auto ticks = static_cast<std::uint64_t>(std::chrono::system_clock::now().time_since_epoch().count());
@@ -64,7 +75,7 @@ std::pair<int, fs::path> OpenTemporary(const fs::path& folder) {
 
 OutputFile::OutputFile(fs::path target) : target_(std::move(target)) {
     buffer_.reserve(kBufferSize);
-    if (target_.empty()) Fail(ENOENT);
+    if (target_.empty() || HasZero(target_)) Fail(ENOENT);
     if (target_ == "-") {
         renames_ = false;
         descriptor_ = fcntl(STDOUT_FILENO, F_DUPFD_CLOEXEC, 0);
@@ -126,7 +137,7 @@ void OutputFile::Commit() {
 }
 
 void OutputFile::Fail(int error) const {
-    const std::string name = target_ == "-" ? "Standard output" : "\"" + target_.string() + "\"";
+    const std::string name = target_ == "-" ? "Standard output" : Shown(target_);
     const std::string reason = error == EISDIR ? "it is a folder" : std::generic_category().message(error);
     throw RunTimeError(NumberOfError(error), name + " can't be written: " + reason + ".");
 }
@@ -136,14 +147,15 @@ std::string ReadWholeFile(const fs::path& path) {
         const ErrorNumber number =
             error == ENOENT || error == ENOTDIR ? ErrorNumber::FileNotFound : NumberOfError(error);
         const std::string reason = error == EISDIR ? "it is a folder" : std::generic_category().message(error);
-        throw RunTimeError(number, "\"" + path.string() + "\" can't be read: " + reason + ".");
+        throw RunTimeError(number, Shown(path) + " can't be read: " + reason + ".");
     };
     struct Closer {
         int descriptor;
         ~Closer() {
             if (descriptor >= 0) close(descriptor);
         }
-    } file{OpenRetrying(path, O_RDONLY)};
+    } file{HasZero(path) ? -1 : OpenRetrying(path, O_RDONLY)};
+    if (HasZero(path)) fail(ENOENT);
     if (file.descriptor < 0) fail(errno);
 
     std::string content;

@@ -25,36 +25,46 @@ struct Tokens {
     std::size_t count = 0;
 };
 
-/// Splits into numbers of up to four digits, words and separators; blanks only separate. Empty for anything else.
+/// Reads a number of up to four digits, which is all that a part of a date or a time has.
+bool TakeNumber(std::string_view text, std::size_t& at, Token& token) {
+    token.kind = '0';
+    for (; at < text.size() && IsDigit(text[at]); ++at) {
+        if (++token.digits > 4) return false;
+        token.number = token.number * 10 + (text[at] - '0');
+    }
+    return true;
+}
+
+/// Reads a word and the point of an abbreviation behind it, as in "Dec. 31".
+void TakeWord(std::string_view text, std::size_t& at, Token& token) {
+    const std::size_t begin = at;
+    while (at < text.size() && IsLetter(text[at])) ++at;
+    token.kind = 'a';
+    token.word = text.substr(begin, at - begin);
+    if (at < text.size() && text[at] == '.') ++at;
+}
+
+/// Splits into numbers, words and separators; blanks only separate. Empty where there is anything else.
 std::optional<Tokens> Split(std::string_view text) {
     Tokens tokens;
     for (std::size_t at = 0; at < text.size();) {
-        const std::size_t begin = at;
         const char c = text[at];
         if (c == ' ') {
             ++at;
             continue;
         }
-        Token token;
+        if (tokens.count == Tokens::kMost) return std::nullopt;
+        Token& token = tokens.list[tokens.count++];
         if (IsDigit(c)) {
-            for (; at < text.size() && IsDigit(text[at]) && at - begin < 5; ++at)
-                token.number = token.number * 10 + (text[at] - '0');
-            token.kind = '0';
-            token.digits = at - begin;
-            if (token.digits > 4) return std::nullopt;
+            if (!TakeNumber(text, at, token)) return std::nullopt;
         } else if (IsLetter(c)) {
-            while (at < text.size() && IsLetter(text[at])) ++at;
-            token.kind = 'a';
-            token.word = text.substr(begin, at - begin);
-            if (at < text.size() && text[at] == '.') ++at;  // "Dec. 31", "10 p.m." is left out
+            TakeWord(text, at, token);
         } else if (c == '/' || c == '-' || c == ':' || c == ',') {
             token.kind = c;
             ++at;
         } else {
             return std::nullopt;
         }
-        if (tokens.count == Tokens::kMost) return std::nullopt;
-        tokens.list[tokens.count++] = token;
     }
     return tokens;
 }
@@ -132,35 +142,39 @@ private:
         return true;
     }
 
+    std::size_t PartCount() const { return count_ + (month_ != 0 ? 1 : 0); }
+
     /// Collects up to three numbers and a month's name, then gives them their parts.
     bool ReadDate() {
-        char separator = '\0';
-        bool wantsPart = true;
-        while (!AtEnd() && !(wantsPart && StartsTime())) {
-            const Token& token = Peek();
-            if (token.kind == '0') {
-                // Numbers in a row are a date only with a separator or a month's name between them.
-                if (!wantsPart && month_ == 0) return false;
-                if (count_ == 3) return false;
-                numbers_[count_++] = token;
-                wantsPart = false;
-            } else if (token.kind == 'a') {
-                if (month_ != 0 || count_ > 1) return false;
-                month_ = MonthFromWord(token.word);
-                if (month_ == 0) return false;
-                wantsPart = false;
-            } else if (token.kind == ':' || wantsPart) {
-                return false;
-            } else {
-                if (separator != '\0' && separator != token.kind && separator != ',' && token.kind != ',') return false;
-                separator = token.kind;
-                wantsPart = true;
-            }
-            ++at_;
-            if (!wantsPart && (count_ + (month_ != 0 ? 1u : 0u) == 3 || StartsTime())) break;
+        if (!TakePart(true)) return false;
+        while (!AtEnd() && PartCount() < 3 && !StartsTime())
+            if (!TakePart(TakeSeparator())) return false;
+        return month_ != 0 ? AssignNamed() : separator_ != ',' && AssignNumbers();
+    }
+
+    bool TakePart(bool separated) {
+        const Token& token = Peek();
+        if (token.kind == '0') {
+            // Numbers in a row are a date only with a separator or a month's name between them.
+            if (!separated && month_ == 0) return false;
+            numbers_[count_++] = token;
+        } else {
+            if (token.kind != 'a' || month_ != 0 || count_ > 1) return false;
+            month_ = MonthFromWord(token.word);
+            if (month_ == 0) return false;
         }
-        if (wantsPart || (separator == ',' && month_ == 0)) return false;
-        return month_ != 0 ? AssignNamed() : AssignNumbers();
+        ++at_;
+        return true;
+    }
+
+    /// Separators are the same throughout; a comma may stand among others, as in "31-Dec, 1998".
+    bool TakeSeparator() {
+        const char kind = Peek().kind;
+        if (kind != '/' && kind != '-' && kind != ',') return false;
+        if (kind != ',' && separator_ != kind && separator_ != ',' && separator_ != '\0') return false;
+        separator_ = kind;
+        ++at_;
+        return true;
     }
 
     static bool IsYear(const Token& token) { return token.digits > 2 || token.number > 31; }
@@ -206,6 +220,7 @@ private:
     std::array<Token, 3> numbers_;
     std::size_t count_ = 0;
     int month_ = 0;
+    char separator_ = '\0';
     double day_ = 0;
     double time_ = 0;
 };

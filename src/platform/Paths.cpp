@@ -92,8 +92,8 @@ std::optional<fs::path> FollowPath(const std::string& path, Accept accept) {
 }  // namespace
 
 std::string ProgramFolder() {
-    const fs::path folder = DataFolder();
     std::error_code error;
+    const fs::path folder = fs::absolute(DataFolder(), error);
     fs::create_directories(folder, error);
     if (!IsFolder(folder))
         throw RunTimeError(

@@ -1,14 +1,13 @@
 #include "platform/Text.h"
 
-#include <algorithm>
 #include <cstdint>
+
+#include "platform/AsciiRun.h"
 
 namespace quillform {
 namespace {
 
-bool IsAscii(std::string_view text) {
-    return std::all_of(text.begin(), text.end(), [](char c) { return static_cast<unsigned char>(c) < 0x80; });
-}
+bool IsAscii(std::string_view text) { return AsciiRun(text, 0) == text.size(); }
 
 bool IsContinuation(std::string_view text, std::size_t position) {
     return position < text.size() && (static_cast<unsigned char>(text[position]) & 0xC0) == 0x80;

@@ -142,6 +142,11 @@ TEST(Dates, ParseDate) {
         {"10:30 11:30", ""},
         {"12/31/1998 10", ""},
         {"PM", ""},
+        {"31-Dec, 1998", "12/31/1998"},
+        {"12/31/ 10:30", ""},
+        {"4 5 Dec", ""},
+        {"5 Dec Jan", ""},
+        {"Dec-31/1998", ""},
         {"1/1/1", "1/1/2001"},
         {"1 Jan 99", "1/1/1999"},
         {"Jan 1 2 3", ""},
@@ -193,6 +198,7 @@ TEST(Dates, DateDiff) {
     EXPECT_EQ(diff(DateInterval::Quarter, "3/31/1999", "4/1/1999"), 1);
     EXPECT_EQ(diff(DateInterval::Month, "1/1/1999", "12/31/1998"), -1);
     EXPECT_EQ(diff(DateInterval::Day, "12/31/1998 23:59", "1/1/1999 0:01"), 1);
+    EXPECT_EQ(DateDiff(DateInterval::Day, 36133, 36133.999999), 1);  // counts as midnight, and is shown so
     EXPECT_EQ(diff(DateInterval::Weekday, "12/4/1998", "12/17/1998"), 1);
     EXPECT_EQ(diff(DateInterval::Week, "12/5/1998", "12/6/1998"), 1);  // Saturday to Sunday
     EXPECT_EQ(diff(DateInterval::Week, "12/5/1998", "12/6/1998", 2), 0);

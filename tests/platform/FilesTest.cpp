@@ -99,6 +99,7 @@ TEST_F(Files, OutputErrors) {
     EXPECT_EQ(ErrorOf([&] { OutputFile file(folder_ / "missing" / "a.txt"); }), ErrorNumber::PathNotFound);
     EXPECT_EQ(ErrorOf([&] { OutputFile file(Put("a.txt") / "b.txt"); }), ErrorNumber::PathNotFound);
     EXPECT_EQ(ErrorOf([&] { OutputFile file(""); }), ErrorNumber::PathNotFound);
+    EXPECT_EQ(ErrorOf([&] { OutputFile file(folder_ / std::string("a\0b", 3)); }), ErrorNumber::PathNotFound);
     if (geteuid() != 0) {
         const fs::path target = Put("locked.txt");
         ASSERT_EQ(chmod(target.c_str(), 0444), 0);
