@@ -19,13 +19,13 @@ namespace quillform {
 /// `\` and double quotes make literals; `-` `+` `$` `(` `)` `:` `/` and blank stand as they are. English names.
 ///
 /// A text that reads as a number (or, by a date mask, as a date) is formatted as one; any other text stays unchanged
-/// unless the mask is a text mask. The empty mask, and a mask of blanks only, give the general text.
-/// The first character of a mask that belongs to numbers, dates or texts only decides which of them it is for; what has
-/// no meaning for that kind stands as it is. A number outside the range of dates stays general text under a date mask.
-/// Texts that are dates without a year get the year in which the mask was made. A number that a section rounds to zero
-/// is written as zero: without a sign, and by the third section if there is one. Numbers are rounded half away from
-/// zero on their general decimal digits (15, or 7 for Single), so that what a user sees in the general text is what the
-/// mask rounds.
+/// unless the mask is a text mask. The empty mask, one of blanks only, and one that would write nothing at all, give
+/// the general text. The first character of a mask that belongs to numbers, dates or texts only decides which of them
+/// it is for; what has no meaning for that kind stands as it is. A number outside the range of dates stays general text
+/// under a date mask. Texts that are dates without a year get the year in which the mask was made. A number that a
+/// section rounds to zero is written as zero: without a sign, and by the third section if there is one. Numbers are
+/// rounded half away from zero on their general decimal digits (15, or 7 for Single), so that what a user sees in the
+/// general text is what the mask rounds.
 class Mask {
 public:
     Mask();

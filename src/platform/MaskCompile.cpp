@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <initializer_list>
 #include <utility>
 
@@ -434,6 +435,10 @@ Program Compile(std::string_view mask) {
         }
     for (const std::string_view section : SplitSections(text))
         program.sections.push_back(CompileSection(program.kind, section, program.literals));
+    // Semicolons alone would make every value disappear.
+    const auto isEmpty = [](const Section& section) { return section.IsEmpty(); };
+    if (text == mask && std::all_of(program.sections.begin(), program.sections.end(), isEmpty))
+        program.kind = Kind::General;
     if (program.kind == Kind::Date) program.currentYear = PartsOf(SystemClock().Now()).year;
     return program;
 }

@@ -254,7 +254,7 @@ TEST(Format, NamedMasks) {
 }
 
 TEST(Format, EmptyMaskLeavesGeneralText) {
-    for (const std::string_view mask : {"", " ", "   "}) {
+    for (const std::string_view mask : {"", " ", "   ", ";", ";;;", "\\", "\"\"", ","}) {
         EXPECT_TRUE(Mask(mask).IsGeneral());
         EXPECT_EQ(Format(Number(1234.5), mask), "1234.5");
         EXPECT_EQ(Format(Text("abc"), mask), "abc");
