@@ -29,6 +29,12 @@ std::string ColourOperator(int number) {
     return out + "rg\n";
 }
 
+// Lines above totals are typed as characters; nobody wants to hear them read out one by one.
+bool IsRule(std::string_view text) {
+    return text.size() > 2 && text.find_first_not_of(text.front()) == std::string_view::npos &&
+           std::string_view("_-=").find(text.front()) != std::string_view::npos;
+}
+
 }  // namespace
 
 PdfPageComposer::PdfPageComposer(FontBook& fonts, PdfStructure& structure) : fonts_(fonts), structure_(structure) {
@@ -117,8 +123,13 @@ void PdfPageComposer::BeginMarked(std::string_view type, int mark) {
 }
 
 void PdfPageComposer::DrawCell(const Page& page, const Page::Text& text) {
-    if (text.length == 0) return structure_.AddBlankCell();
-    BeginMarked("TD", structure_.AddCell());
+    const bool isDecoration = IsRule(page.CharactersOf(text));
+    if (text.length == 0 || isDecoration) structure_.AddBlankCell();
+    if (text.length == 0) return;
+    if (isDecoration)
+        out_ += "/Artifact BMC\n";
+    else
+        BeginMarked("TD", structure_.AddCell());
     DrawText(page, text);
     out_ += "EMC\n";
 }
