@@ -1,6 +1,7 @@
 #include "data/jet/IndexTree.h"
 
 #include <algorithm>
+#include <optional>
 
 #include "data/jet/UsageMap.h"
 
@@ -44,13 +45,41 @@ std::uint32_t LeafFor(const PageFile& file, std::uint32_t root, std::string_view
     FailDeep(root);
 }
 
-/// Where to cut a page that is too full, so that both halves fit.
-std::size_t SplitPoint(const IndexNode& node) {
-    std::size_t total = 0, left = 0;
+/// The two pages that a page which is too full is cut into, and the last entry of the leaves under the first of them.
+struct Halves {
+    IndexNode left, right;
+    std::string separator;
+};
+
+Halves CutAt(const IndexNode& node, std::size_t cut) {
+    Halves halves{node, node, {}};
+    const auto middle = static_cast<std::ptrdiff_t>(cut);
+    const auto rightStart = node.entries.begin() + middle + (node.isLeaf ? 0 : 1);
+    halves.left.entries.assign(node.entries.begin(), node.entries.begin() + middle);
+    halves.right.entries.assign(rightStart, node.entries.end());
+    halves.separator = node.isLeaf ? halves.left.entries.back() : std::string(LeafPartOf(node.entries[cut]));
+    if (!node.isLeaf) halves.left.tail = ChildOf(node.entries[cut]);
+    return halves;
+}
+
+std::size_t Middle(const IndexNode& node) {
+    std::size_t total = 0, left = 0, count = 0;
     for (const std::string& entry : node.entries) total += entry.size();
-    std::size_t count = 0;
     while (left < total / 2) left += node.entries[count++].size();
-    return std::clamp<std::size_t>(count, 1, node.entries.size() - (node.isLeaf ? 1 : 2));
+    return count;
+}
+
+/// Finds a cut where both pages fit. The middle doesn't always do: one entry at either end may have cost all others the
+/// prefix that they shared, and is then cut off alone.
+std::optional<Halves> Cut(const IndexNode& node, bool appended, const Layout& form) {
+    const std::size_t keep = node.isLeaf ? 1 : 2;
+    if (node.entries.size() <= keep) return std::nullopt;
+    const std::size_t last = node.entries.size() - keep;
+    for (const std::size_t wanted : {appended ? last : Middle(node), std::size_t{1}, last}) {
+        Halves halves = CutAt(node, std::clamp<std::size_t>(wanted, 1, last));
+        if (FitsOnPage(halves.left, form) && FitsOnPage(halves.right, form)) return halves;
+    }
+    return std::nullopt;
 }
 
 }  // namespace
@@ -140,7 +169,8 @@ void IndexTree::Apply(const TreeChanges& changes) {
 bool IndexTree::ApplySingly(const TreeChanges& changes) {
     for (const std::string& entry : changes.removed)
         if (!Remove(entry)) return false;
-    for (const std::string& entry : changes.added) Insert(entry);
+    for (const std::string& entry : changes.added)
+        if (!Insert(entry)) return false;
     // What the file has counted may be wrong; the sum must not become nonsense for that.
     const auto added = static_cast<std::int64_t>(changes.added.size());
     const auto removed = static_cast<std::int64_t>(changes.removed.size());
@@ -149,15 +179,15 @@ bool IndexTree::ApplySingly(const TreeChanges& changes) {
     return true;
 }
 
-void IndexTree::Insert(const std::string& entry) {
+/// False if the tree can only be built anew; all entries so far can still be read from it then.
+bool IndexTree::Insert(const std::string& entry) {
     Path path = Descend(entry);
     Step& leaf = path.back();
-    if (leaf.child < leaf.node.entries.size() && leaf.node.entries[leaf.child] == entry) return;
+    if (leaf.child < leaf.node.entries.size() && leaf.node.entries[leaf.child] == entry) return true;
     leaf.node.entries.insert(leaf.node.entries.begin() + static_cast<std::ptrdiff_t>(leaf.child), entry);
-    if (FitsOnPage(leaf.node, file_.Form()))
-        WriteIndexNode(file_, leaf.page, leaf.node);
-    else
-        Split(std::move(path));
+    if (!FitsOnPage(leaf.node, file_.Form())) return Split(std::move(path));
+    WriteIndexNode(file_, leaf.page, leaf.node);
+    return true;
 }
 
 /// False, and nothing changed, if the entry isn't there or the tree would get a shape that this doesn't handle.
@@ -190,31 +220,27 @@ std::uint32_t IndexTree::NewPage() {
     return page;
 }
 
-void IndexTree::Split(Path path) {
+bool IndexTree::Split(Path path) {
     Step& step = path.back();
-    IndexNode& left = step.node;
-    const bool appended = left.isLeaf && left.next == 0 && step.child + 1 == left.entries.size();
-    const std::size_t cut = appended ? left.entries.size() - 1 : SplitPoint(left);
-    const auto middle = left.entries.begin() + static_cast<std::ptrdiff_t>(cut);
-    IndexNode right = left;
-    right.entries.assign(left.isLeaf ? middle : middle + 1, left.entries.end());
-    const std::string separator(left.isLeaf ? std::string_view(*(middle - 1)) : LeafPartOf(*middle));
-    if (!left.isLeaf) left.tail = ChildOf(*middle);
-    left.entries.erase(middle, left.entries.end());
-    if (path.size() == 1) return SplitRoot(step, left, std::move(right), separator);
-    const std::uint32_t rightPage = NewPage();
-    right.previous = step.page;
-    left.next = rightPage;
-    if (right.next != 0) PutU32(file_.Modify(right.next) + file_.Form().nodePrevious, rightPage);
-    WriteIndexNode(file_, step.page, left);
-    WriteIndexNode(file_, rightPage, right);
-    const std::uint32_t leftPage = step.page;
+    const bool appended = step.node.isLeaf && step.node.next == 0 && step.child + 1 == step.node.entries.size();
+    std::optional<Halves> halves = Cut(step.node, appended, file_.Form());
+    if (!halves) return false;
+    if (path.size() == 1) {
+        SplitRoot(std::move(halves->left), std::move(halves->right), halves->separator);
+        return true;
+    }
+    const std::uint32_t leftPage = step.page, rightPage = NewPage();
+    halves->right.previous = leftPage;
+    halves->left.next = rightPage;
+    if (halves->right.next != 0) PutU32(file_.Modify(halves->right.next) + file_.Form().nodePrevious, rightPage);
+    WriteIndexNode(file_, leftPage, halves->left);
+    WriteIndexNode(file_, rightPage, halves->right);
     path.pop_back();
-    AddToParent(std::move(path), separator, leftPage, rightPage);
+    return AddToParent(std::move(path), halves->separator, leftPage, rightPage);
 }
 
 /// The root keeps its page number: its halves move to new pages.
-void IndexTree::SplitRoot(const Step& root, IndexNode left, IndexNode right, std::string_view separator) {
+void IndexTree::SplitRoot(IndexNode left, IndexNode right, std::string_view separator) {
     const std::uint32_t leftPage = NewPage(), rightPage = NewPage();
     left.previous = right.next = 0;
     left.next = rightPage;
@@ -227,10 +253,10 @@ void IndexTree::SplitRoot(const Step& root, IndexNode left, IndexNode right, std
     top.level = static_cast<std::uint8_t>(left.level + 1);
     top.entries.push_back(InnerEntry(separator, leftPage));
     top.tail = rightPage;
-    WriteIndexNode(file_, root.page, top);
+    WriteIndexNode(file_, tree_.root, top);
 }
 
-void IndexTree::AddToParent(Path path, std::string_view separator, std::uint32_t left, std::uint32_t right) {
+bool IndexTree::AddToParent(Path path, std::string_view separator, std::uint32_t left, std::uint32_t right) {
     Step& parent = path.back();
     std::vector<std::string>& entries = parent.node.entries;
     if (parent.child < entries.size())
@@ -238,10 +264,9 @@ void IndexTree::AddToParent(Path path, std::string_view separator, std::uint32_t
     else
         parent.node.tail = right;
     entries.insert(entries.begin() + static_cast<std::ptrdiff_t>(parent.child), InnerEntry(separator, left));
-    if (FitsOnPage(parent.node, file_.Form()))
-        WriteIndexNode(file_, parent.page, parent.node);
-    else
-        Split(std::move(path));
+    if (!FitsOnPage(parent.node, file_.Form())) return Split(std::move(path));
+    WriteIndexNode(file_, parent.page, parent.node);
+    return true;
 }
 
 }  // namespace quillform::jet

@@ -55,11 +55,11 @@ private:
 
     Path Descend(std::string_view entry) const;
     bool ApplySingly(const TreeChanges& changes);
-    void Insert(const std::string& entry);
+    bool Insert(const std::string& entry);
     bool Remove(const std::string& entry);
-    void Split(Path path);
-    void SplitRoot(const Step& root, IndexNode left, IndexNode right, std::string_view separator);
-    void AddToParent(Path path, std::string_view separator, std::uint32_t left, std::uint32_t right);
+    bool Split(Path path);
+    void SplitRoot(IndexNode left, IndexNode right, std::string_view separator);
+    bool AddToParent(Path path, std::string_view separator, std::uint32_t left, std::uint32_t right);
     std::uint32_t NewPage();
 
     PageFile& file_;
