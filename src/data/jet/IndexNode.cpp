@@ -1,7 +1,6 @@
 #include "data/jet/IndexNode.h"
 
 #include <algorithm>
-#include <stdexcept>
 
 namespace quillform::jet {
 
@@ -87,7 +86,7 @@ bool FitsOnPage(const IndexNode& node, const Layout& form) {
 
 void WriteIndexNode(PageFile& file, std::uint32_t page, const IndexNode& node) {
     const Layout& form = file.Form();
-    if (!FitsOnPage(node, form)) throw std::logic_error("an index page would overflow");  // better than the page behind it
+    if (!FitsOnPage(node, form)) Damaged("the index page " + std::to_string(page) + " holds more than it can");
     std::uint8_t* bytes = file.Modify(page);
     std::memset(bytes, 0, form.pageSize);
     const std::size_t prefix = CommonPrefix(node);

@@ -1,0 +1,472 @@
+// What others must not notice: tables that aren't touched, files that can't be written, programs that die, other
+// processes.
+
+#include <gtest/gtest.h>
+#include <sys/resource.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <csignal>
+#include <cstring>
+#include <fstream>
+#include <functional>
+#include <map>
+#include <random>
+#include <set>
+
+#include "data/jet/Catalog.h"
+#include "data/jet/DiskFile.h"
+#include "data/jet/IndexCheck.h"
+#include "data/jet/JetDatabase.h"
+#include "data/jet/JetStorage.h"
+#include "data/jet/Journal.h"
+#include "data/jet/Samples.h"
+#include "platform/RunTimeError.h"
+
+namespace quillform::test {
+namespace {
+
+using jet::Format;
+
+std::string Content(const std::filesystem::path& path) {
+    std::ifstream file(path, std::ios::binary);
+    return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
+}
+
+void WriteContent(const std::filesystem::path& path, const std::string& content) {
+    std::ofstream(path, std::ios::binary) << content;
+}
+
+ErrorNumber NumberOf(const std::function<void()>& action, std::string* message = nullptr) {
+    try {
+        action();
+    } catch (const RunTimeError& error) {
+        if (message) *message = error.what();
+        return error.Number();
+    }
+    return ErrorNumber{};
+}
+
+/// Runs in a process of its own, as somebody without special rights; gives its exit code.
+int InOtherProcess(const std::function<int()>& work, bool withoutRights = false) {
+    const pid_t child = ::fork();
+    if (child == 0) {
+        constexpr uid_t nobody = 65534;
+        if (withoutRights && ::geteuid() == 0 && ::setuid(nobody) != 0) ::_exit(98);
+        int code = 99;
+        try {
+            code = work();
+        } catch (...) {
+        }
+        ::_exit(code);
+    }
+    int status = 0;
+    ::waitpid(child, &status, 0);
+    return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+}
+
+data::StoredTable& Table(data::Storage& storage, std::string_view name) {
+    const int index = FindTable(storage, name);
+    if (index < 0) throw RunTimeError(ErrorNumber::TableNotFound, "The table isn't there.");
+    return storage.Rows(static_cast<std::size_t>(index));
+}
+
+TableDef SmallTable() {
+    TableDef table;
+    table.Name = "T";
+    Field id, text;
+    id.Name = "Id";
+    id.Type = FieldType::Long;
+    id.AutoNumber = true;
+    text.Name = "Text";
+    text.Size = 50;
+    table.Fields = {id, text};
+    table.Indexes = {{"PrimaryKey", {{"Id", false}}, true, true, false, false, true}};
+    return table;
+}
+
+void InsertRows(data::Storage& storage, int count) {
+    data::StoredTable& table = Table(storage, "T");
+    storage.Begin();
+    for (int i = 0; i < count; ++i) table.Insert(std::vector<Value>{Value(), Value::Text("row " + std::to_string(i))});
+    storage.Commit();
+}
+
+std::size_t CountRows(const std::filesystem::path& path) {
+    const auto storage = jet::Open(path, Access::ReadOnly);
+    std::size_t rows = 0;
+    for (const auto scan = Table(*storage, "T").Scan(); scan->Next();) ++rows;
+    return rows;
+}
+
+void MakeSmall(const std::filesystem::path& path) {
+    const auto storage = jet::Create(path, Format::Jet4);
+    storage->CreateTable(SmallTable());
+    InsertRows(*storage, 100);
+}
+
+/// Pages of each table by the table's definition page.
+std::map<std::int32_t, std::set<std::uint32_t>> PagesByTable(const jet::PageFile& file) {
+    std::map<std::int32_t, std::set<std::uint32_t>> found;
+    for (const jet::CatalogEntry& entry : jet::ReadCatalog(file)) {
+        if (entry.kind != jet::CatalogEntry::LocalTable) continue;
+        const auto pages = PagesOfTable(file, jet::ReadTableDefinition(file, static_cast<std::uint32_t>(entry.id)));
+        found[entry.id] = {pages.begin(), pages.end()};
+    }
+    return found;
+}
+
+struct RealFile {
+    const char* file;
+    const char* table;
+    const char* key;
+};
+
+/// Changes one table of a real file: the rest of the file stays byte for byte as it was, and all indexes stay right.
+TEST(JetSafety, OtherTablesStayAsTheyAre) {
+    if (SampleFolder().empty()) GTEST_SKIP() << "the folder of sample databases is not there";
+    const RealFile files[] = {{"jet3-northwind.mdb", "Customers", "ZZZZZ"},
+                              {"jet4-northwind.mdb", "Customers", "ZZZZZ"},
+                              {"jet4-encoded-pages.mdb", "", ""},
+                              {"jet3-encoded-pages.mdb", "", ""},
+                              {"jet4-overflow-rows.mdb", "", ""}};
+    for (const RealFile& real : files) {
+        SCOPED_TRACE(real.file);
+        const ScratchFile file(real.file);
+        std::filesystem::copy_file(SampleFolder() / real.file, file.Path());
+        std::filesystem::permissions(file.Path(), std::filesystem::perms::owner_all);
+        const std::string before = Content(file.Path());
+        std::set<std::uint32_t> others;
+        {
+            const auto storage = jet::Open(file.Path(), Access::ReadWrite);
+            const auto& pages = dynamic_cast<jet::JetDatabase&>(*storage).File();
+            std::string name = real.table;
+            for (const TableDef& table : storage->Tables())
+                if (name.empty() && !table.IsSystem) name = table.Name;
+            data::StoredTable& table = Table(*storage, name);
+            const auto own = dynamic_cast<jet::JetTable&>(table).Stored().page;
+            for (const auto& [id, theirs] : PagesByTable(pages))
+                if (id != static_cast<std::int32_t>(own)) others.insert(theirs.begin(), theirs.end());
+            std::vector<data::RowId> rows;
+            std::vector<std::vector<Value>> copies;
+            for (const auto scan = table.Scan(); scan->Next();) {
+                rows.push_back(scan->Id());
+                copies.emplace_back();
+                for (std::size_t i = 0; i < table.Definition().Fields.size(); ++i)
+                    copies.back().emplace_back(scan->Value(static_cast<int>(i)));
+            }
+            if (*real.key) {
+                std::vector<Value> fresh = copies.front();
+                fresh[0] = Value::Text(real.key);
+                const data::RowId added = table.Insert(fresh);
+                const std::pair<int, Value> change[] = {{1, Value::Text("A company whose name is new")}};
+                table.Update(rows[7], change);
+                table.Update(added, change);
+                table.Delete(rows[8]);
+            } else if (!rows.empty()) {
+                table.Delete(rows.back());
+                table.Insert(copies.back());
+            }
+            EXPECT_EQ(CheckAllIndexes(pages).fault, "");
+        }
+        const std::string after = Content(file.Path());
+        const std::size_t size = before[0x14] == 0 ? 2048 : 4096;
+        EXPECT_NE(before, after);
+        EXPECT_GT(others.size(), 5u);
+        for (const std::uint32_t page : others)
+            EXPECT_EQ(before.compare(page * size, size, after, page * size, size), 0) << "page " << page;
+        EXPECT_FALSE(std::filesystem::exists(jet::JournalPath(file.Path())));
+    }
+}
+
+TEST(JetSafety, UnknownSortOrderIsNotWritten) {
+    if (SampleFolder().empty()) GTEST_SKIP() << "the folder of sample databases is not there";
+    const ScratchFile file("cyrillic.mdb");
+    std::filesystem::copy_file(SampleFolder() / "jet4-cyrillic.mdb", file.Path());
+    std::filesystem::permissions(file.Path(), std::filesystem::perms::owner_all);
+    const std::string before = Content(file.Path());
+    const auto storage = jet::Open(file.Path(), Access::ReadWrite);
+    EXPECT_EQ(NumberOf([&] { storage->CreateTable(SmallTable()); }), ErrorNumber::NotSupported);
+    EXPECT_EQ(Content(file.Path()), before);
+}
+
+/// A process dies between its journal and the end of its writing: the next open finds the old state.
+TEST(JetSafety, JournalBringsBackTheOldState) {
+    const ScratchFile file("crash.mdb");
+    MakeSmall(file.Path());
+    const std::string before = Content(file.Path());
+    InsertRows(*jet::Open(file.Path(), Access::ReadWrite), 5000);
+    const std::string after = Content(file.Path());
+    ASSERT_GT(after.size(), before.size());
+    std::vector<std::uint64_t> changed;
+    for (std::size_t at = 0; at < before.size(); at += 4096)
+        if (before.compare(at, 4096, after, at, 4096) != 0) changed.push_back(at);
+    std::mt19937 random(3);
+    for (int round = 0; round < 20; ++round) {
+        WriteContent(file.Path(), before);
+        jet::WriteJournal(file.Path(), jet::FileHandle(file.Path(), jet::FileHandle::Mode::Read), changed, 4096);
+        std::string torn = after.substr(0, before.size() + random() % (after.size() - before.size()));
+        for (const std::uint64_t at : changed)
+            if (random() % 2) torn.replace(at, 4096, before, at, 4096);
+        WriteContent(file.Path(), torn);
+        EXPECT_EQ(CountRows(file.Path()), 100u);
+        EXPECT_EQ(Content(file.Path()), before);
+        EXPECT_FALSE(std::filesystem::exists(jet::JournalPath(file.Path())));
+    }
+}
+
+/// A process dies while it still writes its journal: the database wasn't touched yet.
+TEST(JetSafety, UnfinishedJournalIsDropped) {
+    const ScratchFile file("unfinished.mdb");
+    MakeSmall(file.Path());
+    const std::string before = Content(file.Path());
+    const std::vector<std::uint64_t> pages = {0, 4096, 8192};
+    jet::WriteJournal(file.Path(), jet::FileHandle(file.Path(), jet::FileHandle::Mode::Read), pages, 4096);
+    const std::string journal = Content(jet::JournalPath(file.Path()));
+    for (const std::size_t length :
+         {std::size_t{0}, std::size_t{10}, std::size_t{32}, journal.size() / 2, journal.size() - 1}) {
+        WriteContent(jet::JournalPath(file.Path()), journal.substr(0, length));
+        EXPECT_EQ(CountRows(file.Path()), 100u) << length;
+        EXPECT_EQ(Content(file.Path()), before);
+        EXPECT_FALSE(std::filesystem::exists(jet::JournalPath(file.Path())));
+    }
+    std::string damaged = journal;
+    damaged[100] = static_cast<char>(damaged[100] + 1);
+    WriteContent(jet::JournalPath(file.Path()), damaged);
+    EXPECT_EQ(CountRows(file.Path()), 100u);
+    EXPECT_EQ(Content(file.Path()), before);
+}
+
+/// Killed at any time, a program leaves what was there before or after its transaction.
+TEST(JetSafety, KilledProcessLeavesWholeTransactions) {
+    const ScratchFile file("killed.mdb");
+    MakeSmall(file.Path());
+    std::size_t before = 100;
+    std::mt19937 random(11);
+    for (int round = 0; round < 8; ++round) {
+        const pid_t child = ::fork();
+        if (child == 0) {
+            try {
+                const auto storage = jet::Open(file.Path(), Access::ReadWrite);
+                while (true) InsertRows(*storage, 500);
+            } catch (...) {
+            }
+            ::_exit(0);
+        }
+        ::usleep(static_cast<useconds_t>(60000 + random() % 200000));
+        ::kill(child, SIGKILL);
+        ::waitpid(child, nullptr, 0);
+        const std::size_t rows = CountRows(file.Path());
+        EXPECT_EQ((rows - before) % 500, 0u);
+        before = rows;
+        EXPECT_EQ(CheckAllIndexes(jet::PageFile(std::make_unique<jet::DiskFile>(file.Path()), "x")).fault, "");
+    }
+}
+
+/// The disk is full: the transaction fails, and the file is as it was.
+TEST(JetSafety, FullDiskChangesNothing) {
+    const ScratchFile file("full.mdb");
+    MakeSmall(file.Path());
+    const std::string before = Content(file.Path());
+    for (const std::size_t room : {std::size_t{8192}, before.size() + 3000, before.size() + 40000}) {
+        const int code = InOtherProcess([&] {
+            std::signal(SIGXFSZ, SIG_IGN);
+            const rlimit limit{room, room};
+            ::setrlimit(RLIMIT_FSIZE, &limit);
+            const auto storage = jet::Open(file.Path(), Access::ReadWrite);
+            const ErrorNumber number = NumberOf([&] { InsertRows(*storage, 5000); });
+            return number == ErrorNumber::DiskFull && CountRows(file.Path()) == 100 ? 0 : 1;
+        });
+        EXPECT_EQ(code, 0) << room;
+        EXPECT_EQ(CountRows(file.Path()), 100u);
+        EXPECT_EQ(Content(file.Path()), before);
+    }
+}
+
+TEST(JetSafety, SecondWriterIsLockedOut) {
+    const ScratchFile file("locked.mdb");
+    MakeSmall(file.Path());
+    const auto storage = jet::Open(file.Path(), Access::ReadWrite);
+    const auto tryToWrite = [&] {
+        const auto other = std::make_shared<jet::JetDatabase>(std::make_unique<jet::DiskFile>(file.Path()), "other",
+                                                              Access::ReadWrite);
+        return NumberOf([&] { InsertRows(*other, 1); }) == ErrorNumber::Locked ? 0 : 1;
+    };
+    EXPECT_EQ(InOtherProcess(tryToWrite), 0) << "while somebody else reads";
+    storage->Begin();
+    EXPECT_EQ(InOtherProcess(
+                  [&] { return NumberOf([&] { jet::DiskFile other(file.Path()); }) == ErrorNumber::Locked ? 0 : 1; }),
+              0)
+        << "while somebody else writes";
+    storage->Commit();
+    EXPECT_EQ(InOtherProcess([&] {
+                  jet::DiskFile other(file.Path());
+                  return 0;
+              }),
+              0)
+        << "many can read";
+    EXPECT_EQ(jet::Open(file.Path(), Access::ReadOnly), storage) << "one process shares one storage";
+}
+
+TEST(JetSafety, ReadOnlyFileAndFolder) {
+    const std::filesystem::path folder =
+        std::filesystem::temp_directory_path() / ("quillform-readonly-" + std::to_string(::getpid()));
+    std::filesystem::create_directory(folder);
+    const std::filesystem::path path = folder / "r.mdb";
+    MakeSmall(path);
+    const std::string before = Content(path);
+    const auto tryToWrite = [&] {
+        const auto storage = jet::Open(path, Access::ReadWrite);
+        return NumberOf([&] { InsertRows(*storage, 1); }) == ErrorNumber::ReadOnly && CountRows(path) == 100 ? 0 : 1;
+    };
+    using std::filesystem::perms;
+    constexpr perms readAll = perms::owner_read | perms::group_read | perms::others_read;
+    constexpr perms enter = perms::owner_exec | perms::group_exec | perms::others_exec;
+    constexpr perms writeAll = perms::owner_write | perms::group_write | perms::others_write;
+    std::filesystem::permissions(path, readAll);
+    std::filesystem::permissions(folder, readAll | enter | writeAll);
+    EXPECT_EQ(InOtherProcess(tryToWrite, true), 0) << "file";
+    std::filesystem::permissions(path, readAll | writeAll);
+    std::filesystem::permissions(folder, readAll | enter);
+    EXPECT_EQ(InOtherProcess(tryToWrite, true), 0) << "folder";
+    std::filesystem::permissions(folder, perms::owner_all);
+    EXPECT_EQ(Content(path), before);
+    {
+        const auto storage = jet::Open(path, Access::ReadOnly);
+        EXPECT_TRUE(storage->IsReadOnly());
+        EXPECT_EQ(NumberOf([&] { InsertRows(*storage, 1); }), ErrorNumber::ReadOnly);
+    }
+    std::filesystem::remove_all(folder);
+}
+
+TEST(JetSafety, OpenByAccess) {
+    const ScratchFile file("ldb.mdb");
+    MakeSmall(file.Path());
+    std::filesystem::path lock = file.Path();
+    lock.replace_extension(".ldb");
+    WriteContent(lock, "MACHINE");
+    const auto storage = jet::Open(file.Path(), Access::ReadWrite);
+    EXPECT_EQ(NumberOf([&] { InsertRows(*storage, 1); }), ErrorNumber::Locked);
+    std::filesystem::remove(lock);
+    InsertRows(*storage, 1);
+    EXPECT_EQ(CountRows(file.Path()), 101u);
+}
+
+std::string WithText(std::size_t size, std::size_t at, std::string_view text) {
+    std::string bytes(size, '\0');
+    bytes[1] = 1;
+    bytes.replace(at, text.size(), text);
+    return bytes.substr(0, size);
+}
+
+TEST(JetSafety, WhatIsNotADatabaseIsNamed) {
+    const ScratchFile file("bad.mdb");
+    struct Case {
+        std::string content;
+        const char* word;
+        bool looksLikeJet;
+    };
+    const std::string future = WithText(0x2000, 4, std::string_view("Standard Jet DB\0\x07", 17));
+    const std::string ace = WithText(0x2000, 4, std::string_view("Standard ACE DB\0\x02", 17));
+    const Case cases[] = {
+        {"", "empty", false},
+        {"Hello, this is a text.", "not an Access database", false},
+        {std::string(5000, 'x'), "not an Access database", false},
+        {"SQLite format 3" + std::string(5000, '\0'), "not an Access database", false},
+        {ace, ".accdb", true},
+        {future, "format version 7", true},
+        {WithText(0x2000, 4, "MSISAM Database"), "Money", true},
+        {WithText(0x2000, 0x40A, "\x09"), "2.0", true},
+        {WithText(0x2000, 0x40A, "\x08"), "1.1", true},
+        {Content(SampleFolder() / "jet4-minimal-a.mdb").substr(0, 100), "ends in its first page", true},
+        {Content(SampleFolder() / "jet4-minimal-a.mdb").substr(0, 9000), "cut off", true},
+    };
+    for (const Case& bad : cases) {
+        if (SampleFolder().empty() && bad.looksLikeJet && bad.content.empty()) continue;
+        WriteContent(file.Path(), bad.content);
+        std::string message;
+        EXPECT_EQ(NumberOf([&] { jet::Open(file.Path(), Access::ReadWrite); }, &message),
+                  ErrorNumber::UnrecognizedFormat);
+        EXPECT_NE(message.find(bad.word), std::string::npos) << message;
+        EXPECT_EQ(message.back(), '.');
+        EXPECT_EQ(jet::LooksLikeJet(file.Path()), bad.looksLikeJet) << message;
+    }
+    EXPECT_EQ(NumberOf([&] { jet::Open("/no/such/file.mdb", Access::ReadWrite); }), ErrorNumber::FileMissing);
+    EXPECT_EQ(NumberOf([&] { jet::Open("/tmp", Access::ReadOnly); }), ErrorNumber::DiskError);
+}
+
+/// Reads everything that there is to read.
+void ReadEverything(std::vector<std::uint8_t> bytes) {
+    jet::JetDatabase database(std::make_unique<jet::MemoryFile>(std::move(bytes)), "damaged", Access::ReadWrite);
+    NumberOf([&] { database.Relations(); });
+    for (std::size_t i = 0; i < database.Tables().size(); ++i) {
+        NumberOf([&] {
+            const data::StoredTable& table = database.Rows(i);
+            std::size_t rows = 0;
+            for (const auto scan = table.Scan(); scan->Next() && rows < 20000; ++rows)
+                for (int column = 0; column < static_cast<int>(table.Definition().Fields.size()); ++column)
+                    NumberOf([&] { scan->Value(column); });
+        });
+    }
+    NumberOf([&] { CheckAllIndexes(database.File()); });
+}
+
+/// Damaged files give errors, or rows with wrong values, but nothing worse; the sanitizers watch in their build.
+TEST(JetSafety, DamagedFilesAreReadWithoutHarm) {
+    if (SampleFolder().empty()) GTEST_SKIP() << "the folder of sample databases is not there";
+    std::mt19937 random(20260102);
+    for (const char* name : {"jet3-deleted-rows.mdb", "jet3-wide-74.mdb", "jet4-minimal-a.mdb",
+                             "jet4-overflow-rows.mdb", "jet4-unicode-compression.mdb"}) {
+        const std::string good = Content(SampleFolder() / name);
+        const std::size_t pageSize = good[0x14] == 0 ? 2048 : 4096;
+        for (int round = 0; round < 60; ++round) {
+            std::vector<std::uint8_t> bytes(good.begin(), good.end());
+            for (auto flips = 1 + random() % 20; flips > 0; --flips) {
+                // Mostly where pages have their heads: damage in the middle of a text says nothing.
+                const std::size_t page = random() % (bytes.size() / pageSize);
+                const std::size_t at = page * pageSize + random() % (random() % 3 ? 80 : pageSize);
+                bytes[at] = static_cast<std::uint8_t>(random() % 2 ? bytes[at] ^ 1u << random() % 8 : random());
+            }
+            if (round % 10 == 0) bytes.resize(random() % bytes.size());
+            NumberOf([&] { ReadEverything(std::move(bytes)); });
+        }
+    }
+}
+
+/// Writing into a damaged file ends in an error or in a file that can still be read; never in harm.
+TEST(JetSafety, DamagedFilesAreWrittenWithoutHarm) {
+    std::mt19937 random(5);
+    for (const Format format : {Format::Jet3, Format::Jet4}) {
+        const auto content = std::make_shared<std::vector<std::uint8_t>>(jet::JetDatabase::MakeEmpty(format, 40000));
+        {
+            jet::JetDatabase database(std::make_unique<jet::MemoryFile>(content), "good", Access::ReadWrite);
+            database.CreateTable(SmallTable());
+            InsertRows(database, 600);
+        }
+        const std::size_t pageSize = format == Format::Jet3 ? 2048 : 4096;
+        for (int round = 0; round < 150; ++round) {
+            std::vector<std::uint8_t> bytes = *content;
+            for (auto flips = 1 + random() % 8; flips > 0; --flips) {
+                const std::size_t at = (1 + random() % (bytes.size() / pageSize - 1)) * pageSize + random() % 100;
+                bytes[at] = static_cast<std::uint8_t>(random());
+            }
+            NumberOf([&] {
+                jet::JetDatabase database(std::make_unique<jet::MemoryFile>(bytes), "damaged", Access::ReadWrite);
+                NumberOf([&] { InsertRows(database, 50); });
+                NumberOf([&] {
+                    data::StoredTable& table = Table(database, "T");
+                    std::vector<data::RowId> rows;
+                    for (const auto scan = table.Scan(); scan->Next() && rows.size() < 50;) rows.push_back(scan->Id());
+                    const std::pair<int, Value> change[] = {{1, Value::Text("another text, somewhat longer")}};
+                    for (const data::RowId row : rows) table.Update(row, change);
+                    for (const data::RowId row : rows) table.Delete(row);
+                });
+                NumberOf([&] { database.DropTable("T"); });
+            });
+        }
+    }
+}
+
+}  // namespace
+}  // namespace quillform::test
