@@ -99,7 +99,7 @@ void LayoutDraft::Condition(std::string_view field, std::string_view comparison,
     line.Operator = comparison;
     line.Value = value;
     line.Join = join;
-    line.Text = std::string(field) + " " + std::string(comparison) + " " + std::string(value);
+    line.Text = field;
     layout_.Queries.Add(std::move(line));
 }
 
