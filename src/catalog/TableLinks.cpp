@@ -149,6 +149,7 @@ public:
             const Key& other = keys_[right];
             if (!one.field || !other.field || !(one.isDeclared || other.isDeclared)) return;
             if (one.field->AutoNumber && other.field->AutoNumber) return;
+            if (!ReadsAsKey(one.field->Name)) return;
             if (EqualCaseBlind(one.field->Name, other.field->Name)) Guess(left, right, one.field, other.field);
         });
     }
@@ -191,8 +192,10 @@ private:
         if (field && field != keys_[from].field && !field->AutoNumber) Guess(from, to, field, key);
     }
     void Guess(std::size_t one, std::size_t other, const Field* oneField, const Field* otherField) {
-        if (!CanCompare(*oneField, *otherField) || AreLinked(one, other)) return;
+        if (!CanCompare(*oneField, *otherField)) return;
         if (!forest_.AreConnected(one, other)) return Add(one, other, oneField, otherField);
+        // Of tables that all share one key, each pair but a few is connected by way of the others: nothing is lost.
+        if (AreLinked(one, other) || oneField == keys_[one].field) return;
         LeaveOut("\"" + tables_[one].Name + "\" and \"" + tables_[other].Name + "\" both have the field \"" +
                  oneField->Name + "\", but are linked by way of other tables already; no relation is made of it.");
     }
