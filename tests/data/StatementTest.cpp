@@ -180,11 +180,13 @@ TEST_P(StatementTest, SnapshotsKeepTheirRowsWhenTheTableChanges) {
     EXPECT_FALSE(none->HasRows());
 }
 
-INSTANTIATE_TEST_SUITE_P(Formats, StatementTest, testing::Values(DatabaseVersion::Sqlite), [](const auto& format) {
-    return format.param == DatabaseVersion::Sqlite  ? "Sqlite"
-           : format.param == DatabaseVersion::Jet30 ? "Jet3"
-                                                    : "Jet4";
-});
+INSTANTIATE_TEST_SUITE_P(Formats, StatementTest,
+                         testing::Values(DatabaseVersion::Jet30, DatabaseVersion::Jet40, DatabaseVersion::Sqlite),
+                         [](const auto& format) {
+                             return format.param == DatabaseVersion::Sqlite  ? "Sqlite"
+                                    : format.param == DatabaseVersion::Jet30 ? "Jet3"
+                                                                             : "Jet4";
+                         });
 
 }  // namespace
 }  // namespace quillform::data
