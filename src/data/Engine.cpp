@@ -41,7 +41,9 @@ std::shared_ptr<Storage> CreateStorage(const fs::path& path, DatabaseVersion ver
 std::string KeyOf(const fs::path& path, Access access) {
     struct stat facts {};
     if (::stat(path.c_str(), &facts) != 0) return path.string();
-    return (access == Access::ReadOnly ? "r" : "w") + std::to_string(facts.st_dev) + ':' + std::to_string(facts.st_ino);
+    std::string key(1, access == Access::ReadOnly ? 'r' : 'w');
+    key.append(std::to_string(facts.st_dev)).append(1, ':').append(std::to_string(facts.st_ino));
+    return key;
 }
 
 class Engine final : public DBEngine {

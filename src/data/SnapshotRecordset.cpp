@@ -19,9 +19,31 @@ int ColumnNames::Find(std::string_view name) const {
     return -1;
 }
 
+SnapshotRecordset::SnapshotRecordset(Result result, ColumnNames names)
+    : result_(std::move(result)), names_(std::move(names)) {
+    // Below this number of rows all of them lie in the processor's caches anyway.
+    constexpr std::size_t manyRows = 4096;
+    for (std::size_t i = 0; i < result_.columns.size() && result_.count > manyRows; ++i)
+        if (result_.columns[i].rows >= 0) scattered_.push_back(i);
+}
+
 void SnapshotRecordset::MoveNext() {
     if (IsEOF()) FailNoCurrentRecord();
     ++row_;
+    if (!scattered_.empty()) Prefetch();
+}
+
+void SnapshotRecordset::Prefetch() const {
+    constexpr std::size_t farRows = 16;
+    constexpr std::size_t nearRows = 8;
+    const auto row = static_cast<std::size_t>(row_);
+    if (row + farRows >= result_.count) return;
+    for (const std::size_t i : scattered_) {
+        const Result::ResultColumn& column = result_.columns[i];
+        const std::vector<RowPosition>& rows = result_.rows[static_cast<std::size_t>(column.rows)];
+        column.values->PrefetchFixed(rows[row + farRows]);
+        column.values->PrefetchText(rows[row + nearRows]);
+    }
 }
 
 void SnapshotRecordset::MovePrevious() {

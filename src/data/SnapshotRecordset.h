@@ -19,7 +19,7 @@ struct ColumnNames {
 /// Rows that a statement gave, at rest.
 class SnapshotRecordset final : public Recordset {
 public:
-    SnapshotRecordset(Result result, ColumnNames names) : result_(std::move(result)), names_(std::move(names)) {}
+    SnapshotRecordset(Result result, ColumnNames names);
 
     bool IsEOF() const override { return row_ >= Count(); }
     bool IsBOF() const override { return row_ < 0 || Count() == 0; }
@@ -48,11 +48,13 @@ public:
 
 private:
     std::int64_t Count() const { return static_cast<std::int64_t>(result_.count); }
+    void Prefetch() const;
     [[noreturn]] static void Refuse();
 
     Result result_;
     ColumnNames names_;
-    std::int64_t row_ = 0;  // -1 before the first, Count() behind the last
+    std::vector<std::size_t> scattered_;  // columns whose rows lie elsewhere, and many of them
+    std::int64_t row_ = 0;                // -1 before the first, Count() behind the last
 };
 
 [[noreturn]] void FailNoCurrentRecord();

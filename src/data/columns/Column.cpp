@@ -181,6 +181,19 @@ std::string_view Column::Text(RowPosition row) const {
     return TextIn(blocks_[row >> blockShift], row & (blockRows - 1));
 }
 
+void Column::PrefetchFixed(RowPosition row) const {
+    if (row == noRow) return;
+    const Block& block = blocks_[row >> blockShift];
+    const std::size_t index = row & (blockRows - 1);
+    __builtin_prefetch(block.fixed + index * block.stride);
+    if (block.nulls) __builtin_prefetch(block.nulls + (index >> 6));
+}
+
+void Column::PrefetchText(RowPosition row) const {
+    if (row == noRow || PackingOf(kind_) != Packing::Bytes) return;
+    __builtin_prefetch(TextIn(blocks_[row >> blockShift], row & (blockRows - 1)).data());
+}
+
 ColumnBuilder::ColumnBuilder(ValueKind kind, std::shared_ptr<SpillStore> store) : store_(std::move(store)) {
     column_.kind_ = kind;
 }
@@ -276,6 +289,7 @@ void ColumnBuilder::FinishBlock() {
             break;
     }
     const std::size_t textsAt = packed.size();
+    block.stride = static_cast<std::uint8_t>((textsAt - fixedAt) / inBlock_);
     packed += texts_;
     block.memory = store_->Keep(std::as_bytes(std::span(packed)));
     const std::byte* base = block.memory.Data();

@@ -46,6 +46,11 @@ public:
     /// Texts, bytes, Decimal digits. Empty for Null.
     std::string_view Text(RowPosition row) const;
 
+    /// Ask for the memory of a row that will be looked at soon, so that walking rows in another order than they lie
+    /// doesn't wait for each: first the fixed part, some rows later (it is read for this) the text.
+    void PrefetchFixed(RowPosition row) const;
+    void PrefetchText(RowPosition row) const;
+
 private:
     friend class ColumnBuilder;
     struct Block {
@@ -54,6 +59,7 @@ private:
         const char* texts = nullptr;
         const std::uint64_t* nulls = nullptr;  // a set bit is a Null; no array where there is none
         std::uint8_t width = 0;                // bytes of one whole number
+        std::uint8_t stride = 0;               // bytes from one row's fixed part to the next
     };
 
     static bool NullBit(const Block& block, std::size_t index) {
