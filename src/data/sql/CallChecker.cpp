@@ -77,7 +77,7 @@ ExpressionRef ExpressionChecker::CheckCall(const Syntax& expression) {
     CheckCount(*entry, expression.operands.size());
     if (entry->aggregate) return CheckAggregate(expression, *entry);
     Arguments arguments;
-    for (const auto& operand : expression.operands) arguments.push_back(Check(*operand));
+    for (const auto& operand : expression.operands) arguments.push_back(CheckPart(*operand));
     return entry->special == SpecialFunction::None ? MakeCall(*entry, std::move(arguments))
                                                    : CheckSpecial(*entry, std::move(arguments));
 }
@@ -108,11 +108,11 @@ ExpressionRef ExpressionChecker::CheckAggregate(const Syntax& expression, const 
     auto made = MakeNode(Kind::Aggregate, entry.type);
     made->function = entry.sqlite;
     if (expression.operands[0]->kind == Syntax::Kind::Star) {
-        if (entry.sqlite != "count") return Check(*expression.operands[0]);  // refuses it
+        if (entry.sqlite != "count") return CheckPart(*expression.operands[0]);  // refuses it
         return made;
     }
     inAggregate_ = true;
-    ExpressionRef argument = Check(*expression.operands[0]);
+    ExpressionRef argument = CheckPart(*expression.operands[0]);
     inAggregate_ = false;
     // A column of texts can't be summed even where all of them read as numbers.
     if (entry.arguments == "N" && !argument->isNull && (IsText(*argument) || FamilyOf(*argument) == TypeFamily::Bytes))

@@ -57,6 +57,10 @@ struct CheckedExpression {
 /// Whether both always give the same.
 bool Same(const CheckedExpression& left, const CheckedExpression& right);
 
+/// RunTimeError QueryTooComplex where the expression, written out, is too large or nests too deeply: shared parts count
+/// as often as they are used.
+void RequireSize(const CheckedExpression& expression);
+
 /// A join of two table expressions, or one source. The dialect's right joins stand here as left joins, sides changed.
 struct CheckedFrom {
     int source = -1;  ///< -1: a join
@@ -109,6 +113,11 @@ struct CheckedSelect {
     std::vector<Union> unions;
 };
 
+/// Calls `visit` with each expression of the select itself, those of its unions among them, not those of selects in
+/// FROM.
+template <typename Visit>
+void ForEachExpression(const CheckedSelect& select, const Visit& visit);
+
 /// A Delete, Insert or Update. `rows` has the changed table as its only source, its condition, and (Update) the new
 /// values as columns.
 struct CheckedAction {
@@ -117,5 +126,29 @@ struct CheckedAction {
     std::vector<ExpressionRef> values;            ///< Insert of one row
     std::shared_ptr<const CheckedSelect> select;  ///< Insert from a select
 };
+
+namespace detail {
+
+template <typename Visit>
+void ForEachCondition(const CheckedFrom& from, const Visit& visit) {
+    if (from.source >= 0) return;
+    ForEachCondition(*from.left, visit);
+    ForEachCondition(*from.right, visit);
+    if (from.on) visit(*from.on);
+}
+
+}  // namespace detail
+
+template <typename Visit>
+void ForEachExpression(const CheckedSelect& select, const Visit& visit) {
+    for (const auto& from : select.from) detail::ForEachCondition(*from, visit);
+    for (const CheckedColumn& column : select.columns) visit(*column.expression);
+    if (select.where) visit(*select.where);
+    for (const ExpressionRef& group : select.groupBy) visit(*group);
+    if (select.having) visit(*select.having);
+    for (const CheckedSort& sort : select.orderBy)
+        if (sort.expression) visit(*sort.expression);
+    for (const CheckedSelect::Union& further : select.unions) ForEachExpression(*further.select, visit);
+}
 
 }  // namespace quillform::sql

@@ -56,9 +56,15 @@ ExpressionRef IntegerConstant(std::int64_t number) {
 
 }  // namespace
 
-ExpressionRef ExpressionChecker::CheckCondition(const Syntax& expression) { return AsCondition(Check(expression)); }
-
 ExpressionRef ExpressionChecker::Check(const Syntax& expression) {
+    ExpressionRef checked = CheckPart(expression);
+    RequireSize(*checked);
+    return checked;
+}
+
+ExpressionRef ExpressionChecker::CheckCondition(const Syntax& expression) { return AsCondition(CheckPart(expression)); }
+
+ExpressionRef ExpressionChecker::CheckPart(const Syntax& expression) {
     switch (expression.kind) {
         case Syntax::Kind::Null:
         case Syntax::Kind::Boolean:
@@ -115,7 +121,7 @@ ExpressionRef ExpressionChecker::CheckLiteral(const Syntax& expression) {
 ExpressionRef ExpressionChecker::CheckUnary(const Syntax& expression) {
     if (expression.op == Operator::Not)
         return MakeOperation(Operator::Not, FieldType::Boolean, {CheckCondition(*expression.operands[0])});
-    ExpressionRef operand = AsNumber(Check(*expression.operands[0]), currentYear_);
+    ExpressionRef operand = AsNumber(CheckPart(*expression.operands[0]), currentYear_);
     if (operand->isNull) return operand;
     if (operand->kind == Kind::Constant) {
         const ValueView value = operand->constant.View();
@@ -135,8 +141,8 @@ ExpressionRef ExpressionChecker::CheckBinary(const Syntax& expression) {
         ExpressionRef left = CheckCondition(*expression.operands[0]);
         return MakeOperation(op, FieldType::Boolean, {std::move(left), CheckCondition(*expression.operands[1])});
     }
-    ExpressionRef left = Check(*expression.operands[0]);
-    ExpressionRef right = Check(*expression.operands[1]);
+    ExpressionRef left = CheckPart(*expression.operands[0]);
+    ExpressionRef right = CheckPart(*expression.operands[1]);
     if (op == Operator::Concatenate) return Concatenated(AsText(std::move(left)), AsText(std::move(right)));
     if (op == Operator::Like) {
         auto made = MakeOperation(op, FieldType::Boolean, {AsText(std::move(left)), AsText(std::move(right))});
@@ -170,7 +176,7 @@ ExpressionRef ExpressionChecker::CheckTest(const Syntax& expression) {
     made->negated = expression.negated;
     made->type = TypeOf(FieldType::Boolean);
     for (const auto& operand : expression.operands) {
-        ExpressionRef checked = Check(*operand);
+        ExpressionRef checked = CheckPart(*operand);
         if (!made->operands.empty()) MakeComparable(made->operands.front(), checked, currentYear_);
         made->operands.push_back(std::move(checked));
     }
@@ -185,7 +191,7 @@ ExpressionRef ExpressionChecker::CheckInSelect(const Syntax& expression) {
     made->select = select_(*expression.select, scope_);
     if (made->select->columns.size() != 1)
         throw RunTimeError(ErrorNumber::SubselectColumns, "The select behind In must give exactly one column.");
-    ExpressionRef tested = Check(*expression.operands[0]);
+    ExpressionRef tested = CheckPart(*expression.operands[0]);
     ExpressionRef given = made->select->columns[0].expression;
     // A conversion of the select's column has no place in it, so only the tested side can give way.
     const ExpressionRef before = given;

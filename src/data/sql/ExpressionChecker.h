@@ -18,13 +18,15 @@ public:
     ExpressionChecker(const Scope& scope, int currentYear, const SelectChecker& select)
         : scope_(scope), currentYear_(currentYear), select_(select) {}
 
+    /// Checks a whole expression. QueryTooComplex where aliases and Choose make it too large.
     ExpressionRef Check(const syntax::Expression& expression);
-    /// The same for what must be true or false.
-    ExpressionRef CheckCondition(const syntax::Expression& expression);
 
 private:
     using Syntax = syntax::Expression;
     using Arguments = std::vector<ExpressionRef>;
+
+    ExpressionRef CheckPart(const Syntax& expression);
+    ExpressionRef CheckCondition(const Syntax& expression);
 
     ExpressionRef CheckLiteral(const Syntax& expression);
     ExpressionRef CheckUnary(const Syntax& expression);

@@ -49,7 +49,7 @@ std::shared_ptr<const CheckedFrom> SelectChecker::MakeFrom(const syntax::TableEx
     from->left = MakeFrom(*table.left, next);
     from->right = MakeFrom(*table.right, next);
     scope.end = next;
-    from->on = ExpressionChecker(scope, checker_.currentYear_, nested_).CheckCondition(*table.on);
+    from->on = AsCondition(ExpressionChecker(scope, checker_.currentYear_, nested_).Check(*table.on));
     from->outer = table.join != syntax::JoinKind::Inner;
     if (table.join == syntax::JoinKind::Right) std::swap(from->left, from->right);
     return from;

@@ -26,7 +26,8 @@ public:
         if (expression.kind == Kind::Aggregate && depth == 0) return;
         if (expression.kind == Kind::Column && expression.outer == depth) Refuse(expression);
         for (const ExpressionRef& operand : expression.operands) Check(*operand, depth);
-        if (expression.select) CheckSelect(*expression.select, depth + 1);
+        if (!expression.select) return;
+        ForEachExpression(*expression.select, [&](const CheckedExpression& inner) { Check(inner, depth + 1); });
     }
 
 private:
@@ -36,16 +37,6 @@ private:
             return group->kind == Kind::Column && expression.kind == Kind::Column && expression.outer == depth &&
                    group->source == expression.source && group->column == expression.column;
         });
-    }
-
-    void CheckSelect(const CheckedSelect& select, int depth) const {
-        for (const CheckedColumn& column : select.columns) Check(*column.expression, depth);
-        if (select.where) Check(*select.where, depth);
-        for (const ExpressionRef& group : select.groupBy) Check(*group, depth);
-        if (select.having) Check(*select.having, depth);
-        for (const CheckedSort& sort : select.orderBy)
-            if (sort.expression) Check(*sort.expression, depth);
-        for (const CheckedSelect::Union& further : select.unions) CheckSelect(*further.select, depth);
     }
 
     [[noreturn]] void Refuse(const CheckedExpression& column) const {
@@ -59,6 +50,33 @@ private:
 };
 
 }  // namespace
+
+namespace {
+
+/// Whether a column is named of the select that is `depth` selects out, or (`enclosing`) of one around it.
+bool NamesColumn(const CheckedExpression& expression, int depth, bool enclosing) {
+    if (expression.kind == Kind::Column) return enclosing ? expression.outer > depth : expression.outer == depth;
+    for (const ExpressionRef& operand : expression.operands)
+        if (NamesColumn(*operand, depth, enclosing)) return true;
+    bool found = false;
+    if (expression.select)
+        ForEachExpression(*expression.select, [&](const CheckedExpression& inner) {
+            found = found || NamesColumn(inner, depth + 1, enclosing);
+        });
+    return found;
+}
+
+}  // namespace
+
+bool IsSameForAllRows(const CheckedExpression& expression) {
+    if (expression.kind == Kind::Constant) return true;
+    if (!NamesColumn(expression, 0, true)) return false;
+    if (NamesColumn(expression, 0, false) || HasAggregate(expression))
+        throw RunTimeError(
+            ErrorNumber::NotSupported,
+            "A sub-select can't sort or group by its own columns and those of the statement around it at once.");
+    return true;
+}
 
 void RequireGrouped(const CheckedExpression& expression, const CheckedSelect& select) {
     GroupingCheck(select).Check(expression, 0);

@@ -22,32 +22,21 @@ public:
         if (std::find(tables_.begin(), tables_.end(), table) == tables_.end()) tables_.push_back(table);
     }
     void Add(const CheckedSelect& select) {
-        for (const CheckedSource& source : select.sources)
-            if (!source.select) Add(source.position);
-        for (const CheckedSource& source : select.sources)
-            if (source.select) Add(*source.select);
-        for (const auto& from : select.from) Add(*from);
-        for (const CheckedColumn& column : select.columns) Add(*column.expression);
-        Add(select.where);
-        for (const ExpressionRef& group : select.groupBy) Add(*group);
-        Add(select.having);
-        for (const CheckedSort& sort : select.orderBy) Add(sort.expression);
-        for (const CheckedSelect::Union& further : select.unions) Add(*further.select);
+        AddSources(select);
+        ForEachExpression(select, [this](const CheckedExpression& expression) { Add(expression); });
     }
     void Add(const CheckedExpression& expression) {
         for (const ExpressionRef& operand : expression.operands) Add(*operand);
         if (expression.select) Add(*expression.select);
     }
-    void Add(const ExpressionRef& expression) {
-        if (expression) Add(*expression);
-    }
 
 private:
-    void Add(const CheckedFrom& from) {
-        if (from.source >= 0) return;
-        Add(*from.left);
-        Add(*from.right);
-        Add(from.on);
+    void AddSources(const CheckedSelect& select) {
+        for (const CheckedSource& source : select.sources)
+            if (!source.select) Add(source.position);
+        for (const CheckedSource& source : select.sources)
+            if (source.select) Add(*source.select);
+        for (const CheckedSelect::Union& further : select.unions) AddSources(*further.select);
     }
 
     std::vector<std::size_t>& tables_;
@@ -80,7 +69,7 @@ PreparedStatement PreparedAction(syntax::Statement::Kind kind, CheckedAction act
     prepared.target = action.rows.sources.front().position;
     TableCollector tables(prepared.tables);
     tables.Add(action.rows);
-    for (const ExpressionRef& value : action.values) tables.Add(value);
+    for (const ExpressionRef& value : action.values) tables.Add(*value);
     if (action.select) tables.Add(*action.select);
     switch (kind) {
         case syntax::Statement::Kind::Select:

@@ -139,7 +139,7 @@ void SelectChecker::CheckGroups(const syntax::Select& select) {
     for (const auto& group : select.groupBy) {
         ExpressionRef expression = CheckIn(Clause::GroupBy, *group);
         // A constant makes no groups, and a number would be a position to SQLite.
-        if (expression->kind != Kind::Constant) checked_->groupBy.push_back(std::move(expression));
+        if (!IsSameForAllRows(*expression)) checked_->groupBy.push_back(std::move(expression));
     }
     if (select.having) checked_->having = AsCondition(CheckIn(Clause::Having, *select.having));
     checked_->grouped = !select.groupBy.empty() || checked_->having;
@@ -162,7 +162,7 @@ void SelectChecker::CheckOrderBy(const syntax::Select& select) {
         if (HasAggregate(*expression) && !checked_->grouped)
             throw RunTimeError(ErrorNumber::AggregateInOrderBy,
                                "An ORDER BY clause can't hold an aggregate function where the select has none.");
-        if (expression->kind == Kind::Constant) continue;
+        if (IsSameForAllRows(*expression)) continue;
         if (FamilyOf(*expression) == TypeFamily::Bytes)
             throw RunTimeError(ErrorNumber::CannotSort, "The statement can't sort by " + Described(*expression) + ".");
         checked_->orderBy.push_back({std::move(expression), -1, term.descending});

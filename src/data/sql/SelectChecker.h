@@ -52,7 +52,11 @@ private:
 /// the others.
 std::shared_ptr<const CheckedFrom> LeftNested(std::shared_ptr<const CheckedFrom> from);
 
-/// Whether the expression or a part of it meets the test; sub-selects count with what they take from outside.
+/// Whether a term of GROUP BY or ORDER BY is a constant or comes from a select around this one: it makes no groups and
+/// no order, and SQLite takes none such. NotSupported where it also names a column of this select.
+bool IsSameForAllRows(const CheckedExpression& expression);
+
+/// Whether the expression or a part of it is an aggregate of its own select.
 bool HasAggregate(const CheckedExpression& expression);
 /// RunTimeError NotPartOfAggregate for a column that is neither grouped nor inside an aggregate.
 void RequireGrouped(const CheckedExpression& expression, const CheckedSelect& select);

@@ -68,6 +68,8 @@ INSTANTIATE_TEST_SUITE_P(
         Refusal{"SELECT Orders.ID FROM Orders INNER JOIN Lines ON Max(OrderID) = ID", Number::AggregateInJoin, "Max"},
         Refusal{"SELECT 1 FROM Orders GROUP BY Count(*)", Number::AggregateInGroupBy, "Count"},
         Refusal{"SELECT Sum(Count(ID)) FROM Orders", Number::NestedAggregate, "Count"},
+        Refusal{"SELECT City FROM Customers WHERE EXISTS (SELECT 1 FROM Orders GROUP BY Remark & City)",
+                Number::NotSupported, "around it"},
         Refusal{"SELECT ID FROM Orders ORDER BY Count(ID)", Number::AggregateInOrderBy, "ORDER BY"},
         Refusal{"SELECT Sum(Remark) FROM Orders", Number::DataTypeMismatch, "Text column [Remark]"},
         Refusal{"SELECT DISTINCT Remark FROM Orders ORDER BY ID", Number::DistinctOrder, "[ID]"}));
@@ -100,6 +102,22 @@ std::string Repeated(const char* text, int count) {
     for (int i = 0; i < count; ++i) repeated += text;
     return repeated;
 }
+
+/// Each alias stands twice in the next column.
+std::string Doubled(int count) {
+    std::string statement = "SELECT 1 + ID AS a0";
+    for (int i = 1; i <= count; ++i) {
+        const std::string before = "a" + std::to_string(i - 1);
+        statement += ", " + before + " + " + before + " AS a" + std::to_string(i);
+    }
+    return statement + " FROM Orders";
+}
+
+INSTANTIATE_TEST_SUITE_P(Growth, Refusals,
+                         testing::Values(Refusal{Doubled(60), Number::QueryTooComplex, "too long"},
+                                         Refusal{"SELECT " + Repeated("Choose(", 40) + "ID" +
+                                                     Repeated(", 1, 2, 3)", 40) + " FROM Orders",
+                                                 Number::QueryTooComplex, "too long"}));
 
 INSTANTIATE_TEST_SUITE_P(
     Syntax, Refusals,

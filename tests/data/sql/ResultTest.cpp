@@ -116,6 +116,10 @@ INSTANTIATE_TEST_SUITE_P(
         Run{"SELECT IIf(ID = 10, 'ten', 'other') FROM Customers WHERE City = 'ULM' ORDER BY ID", {"ten", "other"}},
         Run{"SELECT x.n FROM (SELECT City, Count(*) AS n FROM Customers GROUP BY City) AS x ORDER BY x.City",
             {"1", "2"}},
+        Run{"SELECT City FROM Customers WHERE EXISTS (SELECT CustomerID FROM Orders WHERE CustomerID = Customers.ID "
+            "ORDER BY City) ORDER BY 1",
+            {"Ulm", "ulm"}},
+        Run{"SELECT ID * 2 AS d, d + 1 AS e FROM Orders WHERE ID < 3 ORDER BY e DESC", {"4,5", "2,3"}},
         Run{"SELECT Quantity FROM Lines WHERE Quantity In (7, '3') Or Quantity Is Null ORDER BY Quantity",
             {"-", "3", "7"}}));
 
