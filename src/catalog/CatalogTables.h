@@ -28,7 +28,8 @@ enum class FunctionCode : std::int16_t {
     PopulationDeviation = 8,
 };
 
-/// One row of `Report - Index`: a thing that a report can show. Texts as stored, blanks included; a Null reads as empty.
+/// One row of `Report - Index`: a thing that a report can show. Texts as stored, blanks included; a Null reads as
+/// empty.
 struct CatalogRow {
     std::int32_t id = 0;
     std::string field;
@@ -56,15 +57,16 @@ struct CatalogRelation {
 /// One consistent reading of the catalog for a run or a form: each table is read once, and look-ups are by number.
 class Catalog {
 public:
-    /// Reads `Report - Index` and `Report - Relation`; RunTimeError of the data layer if one can't be read, as the first
-    /// look-up of a run would meet it. A missing column reads as empty.
+    /// Reads `Report - Index` and `Report - Relation`; RunTimeError of the data layer if one can't be read, as the
+    /// first look-up of a run would meet it. A missing column reads as empty.
     static Catalog Read(Database& database);
     /// A catalog of the given rows.
     static Catalog Of(std::vector<CatalogRow> rows, std::vector<CatalogRelation> relations);
 
     /// The first row with this ID; null if there is none.
     const CatalogRow* Find(int id) const;
-    /// The first relation between two tables in either order, names compared as the database compares texts (case-blind).
+    /// The first relation between two tables in either order, names compared as the database compares texts
+    /// (case-blind).
     const CatalogRelation* FindRelation(std::string_view left, std::string_view right) const;
     const std::vector<CatalogRow>& Rows() const { return rows_; }
     const std::vector<CatalogRelation>& Relations() const { return relations_; }

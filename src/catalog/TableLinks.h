@@ -23,11 +23,11 @@ struct TableLinks {
 /// pair of fields: of a relation over several the first counts.
 ///
 /// A link is guessed where a field of one table is named as the key of another and its type can be compared with it;
-/// then where two tables have keys of one name that ends as key names do ("ID", "No", "Code", ...), one of them declared
-/// by an index. The key of a table is its primary key, if that is a single field; without a primary key a unique index
-/// over a single field; without that the first field, if its name ends as key names do. Names that say nothing by
-/// themselves ("ID", "Code", "Name", ...) link nothing, and neither do two fields that number their own rows. Case
-/// doesn't count.
+/// then where two tables have keys of one name that ends as key names do ("ID", "No", "Code", ...), one of them
+/// declared by an index. The key of a table is its primary key, if that is a single field; without a primary key a
+/// unique index over a single field; without that the first field, if its name ends as key names do. Names that say
+/// nothing by themselves ("ID", "Code", "Name", ...) link nothing, and neither do two fields that number their own
+/// rows. Case doesn't count.
 TableLinks LinkTables(const std::vector<TableDef>& tables, const std::vector<Relation>& own);
 
 }  // namespace quillform
