@@ -190,8 +190,8 @@ Order MakeOrder(Draw& draw, const Company& company, int number, double date) {
 void MakeOrders(Draw& draw, Company& company, int count) {
     company.orders.reserve(static_cast<std::size_t>(count));
     for (int i = 0; i < count; ++i) {
-        double date =
-            DateSerial(year, 1, 2) + static_cast<double>(static_cast<std::int64_t>(i) * (daysInYear - 2) / count);
+        const auto day = static_cast<int>(static_cast<std::int64_t>(i) * (daysInYear - 2) / count);
+        double date = DateSerial(year, 1, 2 + day);
         if (IsSunday(date)) date -= 1;
         const int number = 20001 + i;
         company.orders.push_back(MakeOrder(draw, company, number, date));
