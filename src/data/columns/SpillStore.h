@@ -9,6 +9,7 @@
 namespace quillform::data {
 
 class SpillStore;
+struct Arena;
 
 /// A piece of memory that doesn't change once it is filled. Owned; given back when destroyed. Moves, doesn't copy.
 class Chunk {
@@ -26,6 +27,7 @@ private:
     void Release() noexcept;
 
     std::shared_ptr<SpillStore> store_;
+    std::shared_ptr<Arena> arena_;  // null: memory of its own, or of the file
     std::byte* data_ = nullptr;
     std::size_t size_ = 0;
     std::int64_t fileOffset_ = -1;  // -1: on the heap
@@ -52,6 +54,7 @@ public:
 private:
     explicit SpillStore(std::size_t budget) : budget_(budget) {}
     friend class Chunk;
+    std::byte* KeepOnHeap(std::size_t size, std::shared_ptr<Arena>& arena);
     std::byte* KeepInFile(std::span<const std::byte> bytes, std::int64_t& offset);
     void OpenFile();
 
@@ -60,6 +63,7 @@ private:
     std::size_t fileBytes_ = 0;
     std::int64_t fileEnd_ = 0;
     int descriptor_ = -1;
+    std::shared_ptr<Arena> current_;
 };
 
 }  // namespace quillform::data

@@ -139,7 +139,12 @@ std::string Repeated(std::string_view character, std::int64_t count, const char*
 }
 
 std::string Character(std::int64_t code) {
-    if (code < 0 || code > 255) FailArgument("Chr");
+    if (code < 0 || code > 0xFFFF) FailArgument("Chr");
+    if (code > 255) {  // ChrW comes here as well
+        std::string wide;
+        AppendCodePoint(static_cast<char32_t>(code), wide);
+        return wide;
+    }
     const char byte = static_cast<char>(static_cast<unsigned char>(code));
     return Utf8FromCp1252(std::string_view(&byte, 1));
 }
@@ -155,7 +160,12 @@ void Asc(Call& call) {
     std::string storage;
     const std::string_view text = LeftCharacters(call.Text(0, storage), 1);
     if (text.empty()) FailArgument("Asc");
-    call.ReturnWhole(static_cast<unsigned char>(Cp1252FromUtf8(text)[0]));
+    std::size_t replaced = 0;
+    const std::string byte = Cp1252FromUtf8(text, &replaced);
+    std::size_t position = 0;
+    // A character that the code page lacks can only be meant by its code point (AscW).
+    call.ReturnWhole(replaced > 0 ? static_cast<std::int64_t>(NextCodePoint(text, position))
+                                  : static_cast<unsigned char>(byte[0]));
 }
 
 std::string ProperCase(std::string_view text) {
