@@ -25,7 +25,7 @@ public:
 
 private:
     std::uint8_t* Add(std::size_t count) {
-        bytes_.insert(bytes_.end(), count, 0);
+        bytes_.insert(bytes_.end(), count, std::uint8_t{0});
         return bytes_.data() + bytes_.size() - count;
     }
     void AddHead(const TableDefinition& table);

@@ -38,6 +38,7 @@ void JetDatabase::ReadTables() {
             if (old.rows && old.object.id == entry.object.id && old.object.name == entry.object.name)
                 entry.rows = std::move(old.rows);
     }
+    for (const Entry& gone : entries_) std::erase(touched_, gone.rows.get());
     entries_ = std::move(entries);
 }
 
@@ -120,11 +121,11 @@ void JetDatabase::DropTable(std::string_view name) {
         const int index = Find(name);
         if (index < 0) Refuse(ErrorNumber::TableNotFound, name, "doesn't exist.");
         Entry& entry = entries_[static_cast<std::size_t>(index)];
-        if (entry.table.isSystem)
-            Refuse(ErrorNumber::NotSupported, name, "belongs to the database itself and can't be dropped.");
-        CheckRelations(name);
         JetTable& objects = SystemTable("MSysObjects");
         JetTable& permissions = SystemTable("MSysACEs");
+        if (entry.table.isSystem || entry.rows.get() == &objects || entry.rows.get() == &permissions)
+            Refuse(ErrorNumber::NotSupported, name, "belongs to the database itself and can't be dropped.");
+        CheckRelations(name);
         Write(objects, [&] {
             if (entry.object.kind == CatalogEntry::LocalTable && entry.fault.empty())
                 FreeTable(file_, allocator_, entry.table);

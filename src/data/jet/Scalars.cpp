@@ -35,7 +35,7 @@ void AppendHex(std::string& out, std::uint64_t value, int digits) {
 }
 
 void DecodeGuid(const std::uint8_t* bytes, std::string& out) {
-    out = "{";
+    out.assign(1, '{');
     AppendHex(out, GetU32(bytes), 8);
     out.push_back('-');
     AppendHex(out, GetU16(bytes + 4), 4);

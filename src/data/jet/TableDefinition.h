@@ -26,7 +26,7 @@ enum class ColumnType : std::uint8_t {
     Numeric = 16,
 };
 
-/// One column as its descriptor has it. docs/mdb-format.md, "Column descriptor".
+/// One column as its descriptor has it. docs/mdb-format.md, "Table definition".
 struct Column {
     static constexpr std::uint8_t fixedFlag = 0x01, updatableFlag = 0x02, autoNumberFlag = 0x04, systemFlag = 0x10;
     static constexpr std::uint8_t accountFlag = 0x20, autoGuidFlag = 0x40;

@@ -12,7 +12,7 @@ namespace {
 constexpr std::size_t bitmapStart = 4;  // of a bitmap page
 constexpr std::size_t inRowStart = 5;   // of the bitmap in a row, behind the kind and the first page
 constexpr std::size_t listStart = 1;    // of the list of bitmap pages, behind the kind
-constexpr std::uint8_t inRowKind = 0, listKind = 1;
+constexpr std::uint8_t listKind = 1;    // of a row; 0 is a bitmap in the row
 constexpr RowPointer freeMap{globalMap};
 
 void AppendBits(Bytes bitmap, std::uint64_t first, std::uint32_t pageCount, std::vector<std::uint32_t>& pages) {

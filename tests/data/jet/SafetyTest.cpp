@@ -445,7 +445,7 @@ TEST(JetSafety, DamagedFilesAreWrittenWithoutHarm) {
             InsertRows(database, 600);
         }
         const std::size_t pageSize = format == Format::Jet3 ? 2048 : 4096;
-        for (int round = 0; round < 150; ++round) {
+        for (int round = 0; round < 60; ++round) {
             std::vector<std::uint8_t> bytes = *content;
             for (auto flips = 1 + random() % 8; flips > 0; --flips) {
                 const std::size_t at = (1 + random() % (bytes.size() / pageSize - 1)) * pageSize + random() % 100;
