@@ -2,8 +2,6 @@
 
 #include <algorithm>
 
-#include "platform/Text.h"
-
 namespace quillform::sql {
 
 using syntax::Expression;
@@ -140,7 +138,7 @@ bool ExpressionParser::NextInfix(Infix& infix) const {
             if (token.text == sign.sign) return infix = {sign.op, sign.level}, true;
     } else if (token.kind == TokenKind::Name) {
         for (const InfixSign& word : infixWords)
-            if (EqualCaseBlind(token.written, word.sign)) return infix = {word.op, word.level}, true;
+            if (IsSameWord(token.written, word.sign)) return infix = {word.op, word.level}, true;
     }
     return false;
 }

@@ -105,6 +105,8 @@ constexpr FunctionEntry functions[] = {
 
 }  // namespace
 
+std::span<const FunctionEntry> Functions() { return functions; }
+
 const FunctionEntry* FindFunction(std::string_view name) {
     for (const FunctionEntry& entry : functions)
         if (entry.name.size() == name.size() && EqualCaseBlind(entry.name, name)) return &entry;

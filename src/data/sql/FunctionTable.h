@@ -1,5 +1,6 @@
 #pragma once
 
+#include <span>
 #include <string_view>
 
 #include "model/DataAccess.h"
@@ -25,6 +26,8 @@ struct FunctionEntry {
     SpecialFunction special = SpecialFunction::None;
 };
 
+/// All functions of the dialect.
+std::span<const FunctionEntry> Functions();
 /// The function of that name, case-blind; null if there is none.
 const FunctionEntry* FindFunction(std::string_view name);
 

@@ -207,7 +207,7 @@ std::vector<Token> Tokens(std::string_view statement) { return Lexer(statement).
 
 bool IsReserved(std::string_view word) {
     return std::any_of(std::begin(reservedWords), std::end(reservedWords),
-                       [word](std::string_view reserved) { return EqualCaseBlind(word, reserved); });
+                       [word](std::string_view reserved) { return IsSameWord(word, reserved); });
 }
 
 std::string Near(const Token& token, std::string_view statement) {

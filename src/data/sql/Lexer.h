@@ -6,6 +6,8 @@
 #include <string_view>
 #include <vector>
 
+#include "platform/Text.h"
+
 namespace quillform::sql {
 
 enum class TokenKind {
@@ -31,6 +33,11 @@ struct Token {
 /// The tokens of a statement; the last one is End. They point into `statement`.
 /// RunTimeError SyntaxInExpression for what is no token.
 std::vector<Token> Tokens(std::string_view statement);
+
+/// Whether a word of a statement is this word of the dialect.
+inline bool IsSameWord(std::string_view written, std::string_view word) {
+    return written.size() == word.size() && EqualCaseBlind(written, word);
+}
 
 /// Whether a bare word belongs to the clauses and can't be a name. Others, such as Table or Text, can.
 bool IsReserved(std::string_view word);

@@ -1,7 +1,5 @@
 #include "data/sql/TokenReader.h"
 
-#include "platform/Text.h"
-
 namespace quillform::sql {
 
 namespace {
@@ -12,7 +10,7 @@ constexpr int deepestNesting = 100;
 }  // namespace
 
 bool TokenReader::IsWord(std::string_view word, std::size_t ahead) const {
-    return Peek(ahead).kind == TokenKind::Name && EqualCaseBlind(Peek(ahead).written, word);
+    return Peek(ahead).kind == TokenKind::Name && IsSameWord(Peek(ahead).written, word);
 }
 
 bool TokenReader::TakeWord(std::string_view word) {
