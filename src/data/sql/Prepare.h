@@ -64,6 +64,11 @@ struct PreparedStatement {
 /// Parses and checks one statement. Every refusal is a RunTimeError whose sentence names the cause: SyntaxError,
 /// InputTableNotFound, TooFewParameters (unknown column), AmbiguousField, AggregateInWhere, NotPartOfAggregate,
 /// JoinNotSupported, JoinSyntax, DataTypeMismatch, UnknownFunction, ...
+///
+/// What the dialect leaves open is settled so: an expression without alias is named Expr and 1000 plus its position
+/// among the columns; an alias may be named by later columns and by ORDER BY where no column has that name, nowhere
+/// else; a text literal beside a date, number or Boolean is read as one; Sum and Avg of Currency are Currency, Sum of
+/// Decimal is Decimal, all others Double; TOP n gives ties with its last row; Null sorts first; all joins nest freely.
 /// A table name alone stands for all its rows. `currentYear` completes dates written without one.
 PreparedStatement Prepare(std::string_view statement, const Schema& schema, int currentYear);
 
