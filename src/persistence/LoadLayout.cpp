@@ -19,6 +19,16 @@ namespace {
 
 using OptionalText = std::optional<std::string_view>;
 
+/// The leading number of a field; empty if the field is missing or holds a number beyond every range.
+std::optional<double> NumberIn(const OptionalText& field) {
+    if (!field) return std::nullopt;
+    try {
+        return Val(*field);
+    } catch (const RunTimeError&) {
+        return std::nullopt;  // a load never stops on a bad value
+    }
+}
+
 /// Reads the values of one record line; a value that is missing or doesn't fit keeps what it had, and is noted.
 class ValueReader {
 public:
@@ -31,14 +41,14 @@ public:
         WholeAs(field, value, std::numeric_limits<std::int32_t>::min(), std::numeric_limits<std::int32_t>::max());
     }
     void Number(const OptionalText& field, double& value) {
-        if (field) value = Val(*field);
-        Note(field.has_value());
+        const std::optional<double> number = NumberIn(field);
+        if (number) value = *number;
+        Note(number.has_value());
     }
     void Number(const OptionalText& field, float& value) {
-        double number = static_cast<double>(value);
-        Number(field, number);
-        const bool fits = std::abs(number) <= static_cast<double>(std::numeric_limits<float>::max());
-        if (fits) value = static_cast<float>(number);
+        const std::optional<double> number = NumberIn(field);
+        const bool fits = number && std::abs(*number) <= static_cast<double>(std::numeric_limits<float>::max());
+        if (fits) value = static_cast<float>(*number);
         Note(fits);
     }
     void Text(const OptionalText& field, std::string& value) {
@@ -69,10 +79,11 @@ public:
 private:
     template <typename Number>
     void WholeAs(const OptionalText& field, Number& value, Number lowest, Number highest) {
-        if (!field) return Note(false);
-        const double number = RoundHalfEven(Val(*field));
-        const bool fits = number >= lowest && number <= highest;
-        if (fits) value = static_cast<Number>(number);
+        const std::optional<double> number = NumberIn(field);
+        if (!number) return Note(false);
+        const double whole = RoundHalfEven(*number);
+        const bool fits = whole >= lowest && whole <= highest;
+        if (fits) value = static_cast<Number>(whole);
         Note(fits);
     }
     void Note(bool isGood) { isWhole_ = isWhole_ && isGood; }

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <optional>
+#include <vector>
 
 #include "persistence/RecordLine.h"
 #include "platform/CodePage.h"
@@ -32,18 +33,23 @@ int LoadQueries(const std::string& fileName, collQuery& queries) {
     if (!found) throw RunTimeError(ErrorNumber::FileNotFound, "You've entered an invalid path or filename.");
     const std::string text = Utf8FromCp1252(ReadWholeFile(found->path));
     const std::string_view all = text;
-    int added = 0;
-    for (std::size_t start = 0; start < all.size();) {
+    std::vector<clssQuery> lines;  // added only once all of them are read
+    for (std::size_t start = 0, number = 1; start < all.size(); ++number) {
         const std::size_t end = std::min(all.find('\n', start), all.size());
         clssQuery query;
-        if (ReadQuery(all.substr(start, end - start), query)) {
-            query.Key = Str(static_cast<double>(queries.Count() + 1));
-            queries.Add(std::move(query));
-            ++added;
+        try {
+            if (ReadQuery(all.substr(start, end - start), query)) lines.push_back(std::move(query));
+        } catch (const RunTimeError& error) {
+            throw RunTimeError(error.Number(), "The query file \"" + fileName + "\" can't be read at line " +
+                                                   std::to_string(number) + ": its catalog number is too large.");
         }
         start = end + 1;
     }
-    return added;
+    for (clssQuery& line : lines) {
+        line.Key = Str(static_cast<double>(queries.Count() + 1));
+        queries.Add(std::move(line));
+    }
+    return static_cast<int>(lines.size());
 }
 
 void SaveQueries(const std::string& fileName, const collQuery& queries) {

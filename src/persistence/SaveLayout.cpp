@@ -5,6 +5,7 @@
 #include "platform/CodePage.h"
 #include "platform/Numbers.h"
 #include "platform/OutputFile.h"
+#include "platform/Paths.h"
 #include "platform/RunTimeError.h"
 #include "platform/Text.h"
 
@@ -92,7 +93,7 @@ bool SaveLayout(const std::string& fileName, const Layout& layout, UserInterface
     bool hasReplaced = false;
     std::size_t lostCharacters = 0;
     try {
-        OutputFile file(fileName);
+        OutputFile file(TargetPath(fileName));
         file.Write(Cp1252FromUtf8(LayoutText(layout, &hasReplaced), &lostCharacters));
         file.Commit();
     } catch (const RunTimeError& error) {

@@ -75,6 +75,8 @@ TEST_F(LayoutFile, MissingAndBrokenValuesTakeTheirFallback) {
          15},
         {"#1, 2, 3, 4,\"never closed", 1, 2, 4, "", "Times New Roman", false, 15},
         {"#99999, .5, 3, 2.5,\"a\"", 0, 0.5F, 2, "a", "Times New Roman", false, 15},
+        {"#1e999, 1e999, &HFFFFFFFFF, 4,\"a\",\"Arial\",\"1e999\",\"\",\"\",\"True\",\"0\",\"1e999\"", 0, 0, 4, "a",
+         "Arial", true, 15},
         {"#1", 0, 0, 0, "", "Times New Roman", false, 15},
         {"#", 0, 0, 0, "", "Times New Roman", false, 15},
         {"#,,,,,,,,\"\"\"\"", 0, 0, 0, ",,,", "", false, 15},
@@ -141,6 +143,20 @@ TEST_F(LayoutFile, EverythingSurvivesSaveAndLoad) {
     EXPECT_EQ(LayoutText(loaded), LayoutText(layout));
 }
 
+TEST_F(LayoutFile, NumbersBeyondEveryRangeKeepWhatTheLayoutHad) {
+    const Layout layout =
+        Load("*1e999,2,1e999,\"7\",\"1e999\"\r\n& 1e999,\"t\",\"v\",\"=\",\"OR\"\r\n" + std::string(exampleItem));
+    EXPECT_FALSE(layout.settings.boolPageBreak1);
+    EXPECT_EQ(layout.settings.intSpaces1, 2);
+    EXPECT_EQ(layout.settings.intOutputType, 0);
+    EXPECT_EQ(layout.settings.intCharChange1, 7);
+    ASSERT_EQ(layout.Queries.Count(), 1);
+    EXPECT_EQ(layout.Queries.Item(1).Code, 0);
+    EXPECT_EQ(layout.Queries.Item(1).Value, "v");
+    EXPECT_EQ(layout.Fields.Count(), 1);
+    EXPECT_EQ(problems_.size(), 2U);
+}
+
 TEST_F(LayoutFile, OnlyKnownRecordsCount) {
     const Layout layout = Load(
         "\xEF\xBB\xBF^1.000.000\n~ a remark\n\nhello\n& 5,\"t\",\"v\",\"=\",\"OR\"\n&5,\"\",\"\",\"\",\"\"\n"
@@ -176,6 +192,14 @@ TEST_F(LayoutFile, WhatTheFormatCannotHoldIsReplacedAndSaid) {
     EXPECT_EQ(Load(ReadWholeFile(path_)).Fields.Item(1).Text, "5' ?  x");
 }
 
+TEST_F(LayoutFile, AnUpperCasedPathIsSavedInTheFolderThatIsThere) {
+    std::filesystem::create_directory(folder_.File("Layouts"));
+    Layout layout;
+    layout.ClearLayout();
+    ASSERT_TRUE(SaveLayout(folder_.File("LAYOUTS\\A.REP"), layout, user_));
+    EXPECT_TRUE(std::filesystem::exists(folder_.File("Layouts/A.REP")));
+}
+
 TEST_F(LayoutFile, AFailedSaveSaysSoAndLosesNothing) {
     Layout layout;
     layout.ClearLayout();
@@ -195,6 +219,9 @@ TEST_F(LayoutFile, QueryFilesAppendTheirLines) {
     EXPECT_EQ(queries.Item(3).Key, " 3");
     EXPECT_EQ(queries.Item(2).Value, "cut");
     EXPECT_THROW(LoadQueries(folder_.File("none.qry"), queries), RunTimeError);
+    Write("12,\"=\",\"a\",\"AND\",\"x\"\r\n1e999,\"=\",\"a\",\"AND\",\"x\"\r\n");
+    EXPECT_THROW(LoadQueries(path_, queries), RunTimeError);
+    EXPECT_EQ(queries.Count(), 4);  // whole or not at all
     EXPECT_THROW(SaveQueries(folder_.File("x.txt"), queries), RunTimeError);
     const std::string saved = folder_.File("x.qry");
     SaveQueries(saved, queries);
