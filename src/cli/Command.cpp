@@ -85,9 +85,13 @@ ExitCode RunVerb(const Verb& verb, std::span<const std::string_view> words) {
 }
 
 ExitCode Dispatch(std::span<const std::string_view> words) {
-    if (words.empty() || words[0] == "--help" || words[0] == "-h" || words[0] == "help") {
+    if (words.empty()) {
+        Complain("this build has no desktop program to open; try \"quillform --help\".");
+        return ExitCode::Usage;
+    }
+    if (words[0] == "--help" || words[0] == "-h" || words[0] == "help") {
         Print(Help());
-        return words.empty() ? ExitCode::Usage : ExitCode::Done;
+        return ExitCode::Done;
     }
     if (words[0] == "--version") {
         Print(std::string(versionLine) + "\n");

@@ -6,6 +6,7 @@
 #include "cli/Command.h"
 #include "cli/RowWriter.h"
 #include "cli/RunClock.h"
+#include "cli/TerminalUser.h"
 #include "data/Engine.h"
 #include "platform/Paths.h"
 #include "platform/Text.h"
@@ -115,11 +116,16 @@ RowFormat FormatOf(const Arguments& arguments) {
     return arguments.Has("no-header") ? RowFormat::CsvWithoutHeader : RowFormat::Csv;
 }
 
-void WriteTo(const Arguments& arguments, Recordset& records) {
+ExitCode WriteTo(const Arguments& arguments, Recordset& records) {
     const std::string target = arguments.Value("output").value_or("-");
     OutputFile out(target == "-" ? std::filesystem::path(target) : TargetPath(target));
-    WriteRows(records, FormatOf(arguments), out);
+    const InterruptGuard guard;  // so that the unfinished file is taken away
+    if (!WriteRows(records, FormatOf(arguments), out, InterruptGuard::IsInterrupted)) {
+        TerminalUser({}).Message("The writing of the rows was interrupted.", {});
+        return ExitCode::Interrupted;
+    }
     out.Commit();
+    return ExitCode::Done;
 }
 
 bool IsAction(std::string_view statement) {
@@ -135,8 +141,7 @@ ExitCode RunStatement(const Arguments& arguments) {
     if (statement == "-") statement.assign(std::istreambuf_iterator<char>(std::cin), std::istreambuf_iterator<char>());
     if (!IsAction(statement)) {
         const OpenedDatabase opened(arguments.Operands()[0], Access::ReadOnly);
-        WriteTo(arguments, *opened.database->OpenRecordset(statement, RecordsetType::Snapshot));
-        return ExitCode::Done;
+        return WriteTo(arguments, *opened.database->OpenRecordset(statement, RecordsetType::Snapshot));
     }
     if (!arguments.Has("write")) throw UsageError("a statement that changes the database needs --write");
     const OpenedDatabase opened(arguments.Operands()[0], Access::ReadWrite);
@@ -150,11 +155,21 @@ constexpr Switch exportSwitches[] = {
     {0, "no-header", "", "no line of column names"},
 };
 
+/// The table of that name, else the first one whose name differs in case only.
+const TableDef& FindTable(const Database& database, const std::string& name) {
+    if (const TableDef* exact = database.FindTable(name)) return *exact;
+    for (const TableDef& table : database.TableDefs())
+        if (EqualCaseBlind(table.Name, name)) return table;
+    throw RunTimeError(ErrorNumber::TableNotFound,
+                       "The database \"" + database.Name() + "\" has no table \"" + name + "\".");
+}
+
 ExitCode ExportTable(const Arguments& arguments) {
     arguments.ExpectOperands(2, 2, "DATABASE and TABLE");
     const OpenedDatabase opened(arguments.Operands()[0], Access::ReadOnly);
-    WriteTo(arguments, *opened.database->OpenRecordset(arguments.Operands()[1], RecordsetType::Snapshot));
-    return ExitCode::Done;
+    const TableDef& table = FindTable(*opened.database, arguments.Operands()[1]);
+    const auto rows = opened.database->OpenRecordset("SELECT * FROM [" + table.Name + "]", RecordsetType::Snapshot);
+    return WriteTo(arguments, *rows);
 }
 
 // info

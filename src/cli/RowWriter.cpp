@@ -3,6 +3,7 @@
 #include <array>
 #include <charconv>
 
+#include "platform/DateRange.h"
 #include "platform/Dates.h"
 
 namespace quillform::cli {
@@ -19,13 +20,14 @@ void AppendNumber(Number number, std::string& out) {
     out.append(digits.data(), end);
 }
 
+/// `number` has at most `digits` digits and no sign.
 void AppendPadded(int number, int digits, std::string& out) {
-    const std::string text = std::to_string(number);
-    if (static_cast<int>(text.size()) < digits) out.append(static_cast<std::size_t>(digits) - text.size(), '0');
-    out += text;
+    out.append(static_cast<std::size_t>(digits), '0');
+    for (std::size_t at = out.size(); number > 0; number /= 10) out[--at] = static_cast<char>('0' + number % 10);
 }
 
 void AppendDate(double serial, std::string& out) {
+    if (!IsDateSerial(serial)) return AppendNumber(serial, out);  // a damaged or foreign record must not end an export
     const DateParts parts = PartsOf(serial);
     const bool hasTime = parts.hour != 0 || parts.minute != 0 || parts.second != 0;
     const bool hasDay = DatePartOf(serial) != 0 || !hasTime;
@@ -45,9 +47,16 @@ void AppendDate(double serial, std::string& out) {
     AppendPadded(parts.second, 2, out);
 }
 
+/// Looks at every character without a way out in the middle, so that many are compared at once.
+bool NeedsQuotes(std::string_view text) {
+    bool isNeeded = false;
+    for (const char c : text) isNeeded |= (c == '"') | (c == ',') | (c == '\r') | (c == '\n');
+    return isNeeded;
+}
+
 /// The text is behind `start` in `out` already; quotes it where it needs to be.
 void QuoteField(std::size_t start, std::string& out) {
-    if (out.find_first_of("\",\r\n", start) == std::string::npos) return;
+    if (!NeedsQuotes(std::string_view(out).substr(start))) return;
     std::string quoted = "\"";
     for (std::size_t i = start; i < out.size(); ++i) {
         if (out[i] == '"') quoted += '"';
@@ -186,7 +195,7 @@ void AppendJson(const ValueView& value, std::string& out) {
     }
 }
 
-void WriteRows(Recordset& records, RowFormat format, OutputFile& out) {
+bool WriteRows(Recordset& records, RowFormat format, OutputFile& out, bool (*isStopped)()) {
     std::string buffer;
     const auto columns = static_cast<int>(records.Fields().size());
     if (format == RowFormat::Csv) WriteCsvHeader(records.Fields(), buffer);
@@ -196,13 +205,14 @@ void WriteRows(Recordset& records, RowFormat format, OutputFile& out) {
             AppendJsonRow(records, isFirst, buffer);
         else
             AppendCsvRow(records, columns, buffer);
-        if (buffer.size() >= flushSize) {
-            out.Write(buffer);
-            buffer.clear();
-        }
+        if (buffer.size() < flushSize) continue;
+        if (isStopped()) return false;
+        out.Write(buffer);
+        buffer.clear();
     }
     if (format == RowFormat::Json) buffer += "\n]\n";
     out.Write(buffer);
+    return true;
 }
 
 }  // namespace quillform::cli

@@ -4,14 +4,13 @@
 #include <filesystem>
 
 #include "cli/Command.h"
+#include "cli/LoadForVerb.h"
 #include "cli/RowWriter.h"
 #include "cli/RunClock.h"
 #include "cli/TerminalUser.h"
 #include "data/Engine.h"
 #include "engine/ReportRun.h"
 #include "output/OutputRooms.h"
-#include "persistence/LayoutFile.h"
-#include "persistence/QueryFile.h"
 #include "platform/Numbers.h"
 #include "platform/Paths.h"
 #include "platform/Text.h"
@@ -211,17 +210,10 @@ ExitCode RunLayout(const Arguments& arguments, const std::string& layoutFile) {
     const std::unique_ptr<DBEngine> engine = data::MakeEngine(clock);
     const std::unique_ptr<TextMeasure> measure = print::MakeTextMeasure();
     Run run;
-    run.layout.InitReportModule();
-    run.layout.ClearLayout();
-    std::vector<LayoutProblem> problems;
-    if (!FindFile(layoutFile))
-        throw RunTimeError(ErrorNumber::FileNotFound, "The layout \"" + layoutFile + "\" does not exist.");
-    if (!LoadLayout(layoutFile, run.layout, *measure, user, {.checkDatabase = {}, .problems = &problems}))
-        return ExitCode::Layout;
-    for (const LayoutProblem& problem : problems)
+    for (const LayoutProblem& problem : LoadForVerb(layoutFile, run.layout, *measure, user))
         user.Warn("Layout \"" + layoutFile + "\", line " + std::to_string(problem.line) + ": " + problem.text + ".");
     ApplySwitches(arguments, run.layout.settings);
-    if (const auto query = arguments.Value("query")) LoadQueries(*query, run.layout.Queries);
+    if (const auto query = arguments.Value("query")) AddQueryFile(*query, run.layout);
     run.type = ChooseType(arguments, run.layout.settings);
     run.file = ChooseFile(arguments, run.layout, run.type);
     const RunOptions options{.walk = ChooseWalk(arguments)};
@@ -241,19 +233,44 @@ ExitCode RunLayout(const Arguments& arguments, const std::string& layoutFile) {
     return CodeOf(run, user, arguments.Has("strict"));
 }
 
+/// Whether the target of several reports gives each a file of its own.
+void ExpectFolder(const Arguments& arguments) {
+    const auto target = arguments.Value("output");
+    std::error_code ignored;  // what isn't there is no folder
+    if (target && !std::filesystem::is_directory(*target, ignored))
+        throw UsageError("several layouts need a folder to write to, and \"" + *target + "\" is none");
+}
+
+/// A report that fails is told and the next one runs; the first failure decides the exit code.
 ExitCode RunReports(const Arguments& arguments) {
-    arguments.ExpectOperands(1, 1, "LAYOUT.REP");
-    return RunLayout(arguments, arguments.Operands().front());
+    const std::vector<std::string>& layouts = arguments.Operands();
+    arguments.ExpectOperands(1, std::string::npos, "LAYOUT.REP");
+    if (layouts.size() == 1) return RunLayout(arguments, layouts.front());
+    ExpectFolder(arguments);
+    ExitCode first = ExitCode::Done;
+    for (const std::string& layout : layouts) {
+        ExitCode code = ExitCode::Done;
+        try {
+            code = RunLayout(arguments, layout);
+        } catch (const RunTimeError& error) {
+            TerminalUser({}).Message(error.what(), {});
+            code = ExitCodeOf(error);
+        }
+        if (code == ExitCode::Interrupted) return code;
+        if (first == ExitCode::Done) first = code;
+    }
+    return first;
 }
 
 }  // namespace
 
 const Verb runVerb = {
     "run",
-    "LAYOUT.REP",
-    "Runs a report layout over its database into a file.",
+    "LAYOUT.REP ...",
+    "Runs report layouts over their databases into files.",
     "The database is looked for where the layout says, then by its file name beside the layout and in the\n"
-    "program's folder. The output is written whole or not at all.",
+    "program's folder. The output is written whole or not at all. Of several layouts, one that fails doesn't\n"
+    "keep the others from running.",
     switches,
     RunReports,
 };

@@ -12,7 +12,22 @@ namespace {
 // A signal handler can reach nothing but what is global.
 volatile std::sig_atomic_t interrupted = 0;
 
-void NoteInterrupt(int) { interrupted = 1; }
+/// The first signal asks for an orderly end; a second one doesn't wait for it.
+void NoteInterrupt(int number) {
+    interrupted = 1;
+    std::signal(number, SIG_DFL);
+}
+
+/// A signal that whoever started the program has turned off, as nohup does, stays off.
+void Catch(int number) {
+    if (std::signal(number, NoteInterrupt) == SIG_IGN) std::signal(number, SIG_IGN);
+}
+
+void Release(int number) {
+    if (std::signal(number, SIG_DFL) == SIG_IGN) std::signal(number, SIG_IGN);
+}
+
+constexpr int caughtSignals[] = {SIGINT, SIGTERM, SIGHUP};
 
 void PrintLine(std::string_view text) {
     std::fprintf(stderr, "quillform: %.*s\n", static_cast<int>(text.size()), text.data());
@@ -67,13 +82,11 @@ bool TerminalUser::YieldAndIsCancelled() { return interrupted != 0; }
 
 InterruptGuard::InterruptGuard() {
     interrupted = 0;
-    std::signal(SIGINT, NoteInterrupt);
-    std::signal(SIGTERM, NoteInterrupt);
+    for (const int number : caughtSignals) Catch(number);
 }
 
 InterruptGuard::~InterruptGuard() {
-    std::signal(SIGINT, SIG_DFL);
-    std::signal(SIGTERM, SIG_DFL);
+    for (const int number : caughtSignals) Release(number);
 }
 
 bool InterruptGuard::IsInterrupted() { return interrupted != 0; }

@@ -43,7 +43,7 @@ private:
     std::vector<std::string> warnings_;
 };
 
-/// Lets SIGINT and SIGTERM end a run in an orderly way while it lives.
+/// Lets SIGINT, SIGTERM and SIGHUP end the work in an orderly way while it lives; a second signal ends it at once.
 class InterruptGuard {
 public:
     InterruptGuard();

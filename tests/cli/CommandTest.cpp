@@ -44,6 +44,15 @@ TEST(Arguments, SwitchesAndOperands) {
     for (const Case& c : cases) EXPECT_EQ(Parsed(c.words), c.parsed);
 }
 
+TEST(RowWriter, ADateOutsideTheCalendarIsItsNumber) {
+    for (const auto& [serial, text] : {std::pair(3000000.5, "3000000.5"), std::pair(-700000.5, "-700000.5"),
+                                       std::pair(-657434.0, "0100-01-01"), std::pair(2958465.0, "9999-12-31")}) {
+        std::string written;
+        AppendMachineText(Value::Date(serial), written);
+        EXPECT_EQ(written, text);
+    }
+}
+
 TEST(RowWriter, RowsAsCsvAndJson) {
     using quillform::testing::FakeRecordset;
     const std::vector<Field> fields = {{.Name = "a, b", .Type = FieldType::Text, .Size = 9},
@@ -67,7 +76,7 @@ TEST(RowWriter, RowsAsCsvAndJson) {
         const quillform::testing::ScratchFolder folder;
         FakeRecordset records(fields, rows);
         OutputFile file(folder.File("rows"));
-        WriteRows(records, format, file);
+        EXPECT_TRUE(WriteRows(records, format, file, [] { return false; }));
         file.Commit();
         EXPECT_EQ(ReadWholeFile(folder.File("rows")), expected);
     }

@@ -1,0 +1,167 @@
+// The built program: its words, its exit codes, and what it leaves on disk.
+#include <gtest/gtest.h>
+
+#include "endtoend/Support.h"
+
+namespace endtoend {
+namespace {
+
+namespace fs = std::filesystem;
+
+class Program : public testing::Test {
+protected:
+    static void SetUpTestSuite() {
+        samples_ = new TempFolder;
+        ASSERT_EQ(Quillform({"sample", samples_->Path().string()}).exitCode, 0);
+    }
+    static void TearDownTestSuite() {
+        delete samples_;
+        samples_ = nullptr;
+    }
+    /// "@x" is the file x of the samples, "=x" the file x of the test's own folder.
+    std::string Named(const std::string& word) const {
+        if (word.starts_with('@')) return (*samples_ / word.substr(1)).string();
+        if (word.starts_with('=')) return (folder_ / word.substr(1)).string();
+        return word;
+    }
+    Outcome Run(const std::vector<std::string>& words) const {
+        std::vector<std::string> named;
+        for (const std::string& word : words) named.push_back(Named(word));
+        return Quillform(named);
+    }
+    /// A copy of a sample layout with one text replaced.
+    std::string Changed(const std::string& layout, const std::string& from, const std::string& to) {
+        std::string text = ReadFile(*samples_ / layout);
+        const std::size_t at = text.find(from);
+        EXPECT_NE(at, std::string::npos) << from;
+        if (at != std::string::npos) text.replace(at, from.size(), to);
+        WriteFile(folder_ / layout, text);
+        return (folder_ / layout).string();
+    }
+
+    static TempFolder* samples_;
+    TempFolder folder_;
+};
+TempFolder* Program::samples_ = nullptr;
+
+TEST_F(Program, RefusesInOneSentenceAndLeavesNothing) {
+    WriteFile(folder_ / "broken.qry", "1e999,\"=\",\"a\",\"AND\",\"x\"\r\n");
+    struct Case {
+        std::vector<std::string> words;
+        int exitCode;
+        std::string named;
+    };
+    const Case cases[] = {
+        {{}, 2, "no desktop program"},
+        {{"@STOCK.REP"}, 2, "no desktop program"},
+        {{"ruin"}, 2, "\"ruin\""},
+        {{"run"}, 2, "LAYOUT.REP"},
+        {{"run", "@STOCK.REP", "--tpye", "pdf"}, 2, "--tpye"},
+        {{"run", "@STOCK.REP", "-t", "gif"}, 2, "\"gif\""},
+        {{"run", "@STOCK.REP", "-t", "rtf"}, 2, "--type takes"},
+        {{"run", "@STOCK.REP", "--walk", "on-foot"}, 2, "one-pass"},
+        {{"run", "@STOCK.REP", "--date", "someday"}, 2, "someday"},
+        {{"run", "@STOCK.REP", "--paper", "0"}, 2, "paper"},
+        {{"run", "@STOCK.REP", "--orientation", "askew"}, 2, "askew"},
+        {{"run", "@STOCK.REP", "@SALES.REP", "-o", "=one.pdf"}, 2, "folder"},
+        {{"run", "=none.REP", "-o", "=x.pdf"}, 6, "none.REP"},
+        {{"run", "@STOCK.REP", "-q", "=none.qry", "-o", "=x.pdf"}, 6, "none.qry"},
+        {{"run", "@STOCK.REP", "-q", "=broken.qry", "-o", "=x.pdf"}, 6, "line 1"},
+        {{"run", "@STOCK.REP", "-d", "=none.mdb", "-o", "=x.pdf"}, 5, "none.mdb"},
+        {{"run", "@STOCK.REP", "-d", "@SALES.REP", "-o", "=x.pdf"}, 5, "SALES.REP"},
+        {{"run", "@STOCK.REP", "-o", "=no/x.pdf"}, 7, "no/x.pdf"},
+        {{"check", "=none.REP"}, 6, "none.REP"},
+        {{"tables", "=none.mdb"}, 5, "none.mdb"},
+        {{"tables", "@STOCK.REP"}, 5, "STOCK.REP"},
+        {{"info", "@STOCK.REP"}, 5, "STOCK.REP"},
+        {{"export", "@Sample.mdb", "Nothing"}, 6, "\"Nothing\""},
+        {{"export", "@Sample.mdb", "Orders", "-o", "=no/x.csv"}, 7, "no/x.csv"},
+        {{"sql", "@Sample.mdb", "SELEC 1"}, 1, "SELEC"},
+        {{"sql", "@Sample.mdb", "DELETE FROM Orders"}, 2, "--write"},
+        {{"sql", "@Sample.mdb", "SELECT * FROM Nothing"}, 6, "Nothing"},
+        {{"configure", "@Sample.mdb"}, 2, "--defaults"},
+        {{"configure", "=none.mdb", "--defaults"}, 5, "none.mdb"},
+        {{"sample", "@"}, 7, "Sample.mdb"},
+    };
+    const auto before = Snapshot(folder_.Path());
+    const auto samplesBefore = Snapshot(samples_->Path());
+    for (const Case& c : cases) {
+        const Outcome outcome = Run(c.words);
+        const std::string shown = testing::PrintToString(c.words) + " said: " + outcome.errors;
+        EXPECT_EQ(outcome.exitCode, c.exitCode) << shown;
+        EXPECT_EQ(Lines(outcome.errors).size(), 1U) << shown;
+        EXPECT_TRUE(outcome.errors.starts_with("quillform: ")) << shown;
+        EXPECT_NE(outcome.errors.find(c.named), std::string::npos) << shown;
+        EXPECT_EQ(outcome.output, "") << shown;
+    }
+    EXPECT_EQ(Snapshot(folder_.Path()), before);
+    EXPECT_TRUE(Snapshot(samples_->Path()) == samplesBefore);
+}
+
+TEST_F(Program, EveryVerbTellsItsHelpAndVersion) {
+    for (const char* verb : {"run", "configure", "check", "tables", "sql", "export", "info", "sample"}) {
+        const Outcome help = Run({verb, "--help"});
+        EXPECT_EQ(help.exitCode, 0);
+        EXPECT_TRUE(help.output.starts_with("Usage: quillform " + std::string(verb))) << help.output;
+        EXPECT_EQ(help.errors, "");
+        EXPECT_EQ(Run({verb, "--version"}).output, Run({"--version"}).output);
+    }
+}
+
+TEST_F(Program, CheckFindsWhatIsWrong) {
+    struct Case {
+        std::string from, to;
+        int exitCode;
+        std::string finding;
+    };
+    const Case cases[] = {
+        {"^1", "^1", 0, ""},
+        {"\"Arial\"", "\"No Such Font\"", 0, "warning: the font \"No Such Font\" is not installed"},
+        {"#-1, 0,", "#-1, 500,", 6, "error: item 1 \"Stock on Hand\": stands or reaches past"},
+        {"#-1,", "#850,", 6, "no catalog row 850"},
+        {"\"True\",\"False\",\"False\",\"False\"", "\"False\",\"False\",\"False\",\"False\"", 6, "primary sort"},
+        {"Sample.mdb", "Nothing.mdb", 5, "Nothing.mdb\" does not exist"},
+        {"\"True\",\"1\"", "\"1e999\",\"1e999\"", 0, "warning: line 2: "},
+    };
+    for (const Case& c : cases) {
+        const std::string layout = Changed("STOCK.REP", c.from, c.to);
+        const Outcome outcome = Run({"check", layout});
+        EXPECT_EQ(outcome.exitCode, c.exitCode) << c.to << ": " << outcome.output;
+        EXPECT_NE(outcome.output.find(c.finding), std::string::npos) << c.to << ": " << outcome.output;
+        EXPECT_EQ(outcome.output.empty(), c.finding.empty()) << c.to << ": " << outcome.output;
+    }
+}
+
+TEST_F(Program, SeveralLayoutsRunAndOneThatFailsStopsNoOther) {
+    const std::string target = folder_.Path().string();
+    const Outcome outcome = Run({"run", "@STOCK.REP", "=none.REP", "@PRICES.REP", "-t", "txt", "-o", target});
+    EXPECT_EQ(outcome.exitCode, 6);
+    EXPECT_TRUE(fs::exists(folder_ / "STOCK.txt"));
+    EXPECT_TRUE(fs::exists(folder_ / "PRICES.txt"));
+    EXPECT_EQ(Lines(outcome.errors).size(), 1U) << outcome.errors;
+}
+
+TEST_F(Program, RunsWithoutAHome) {
+    const Outcome outcome = RunProgram({"env", "-u", "HOME", "-u", "QUILLFORM_HOME", "-u", "XDG_DATA_HOME",
+                                        QUILLFORM_PROGRAM, "run", Named("@STOCK.REP"), "-o", Named("=x.txt")});
+    EXPECT_EQ(outcome.exitCode, 0) << outcome.errors;
+}
+
+TEST_F(Program, ExportedRowsAgreeWithIndependentReader) {
+    if (!HasTool("mdb-export")) GTEST_SKIP() << "mdb-export isn't installed";
+    ASSERT_EQ(Run({"export", "@Sample.mdb", "order LINES", "-o", "=lines.csv"}).exitCode, 0);
+    const auto expected = ExportedRows(*samples_ / "Sample.mdb", "Order Lines");
+    EXPECT_EQ(Lines(ReadFile(folder_ / "lines.csv")).size(), expected.size() + 1);
+}
+
+TEST_F(Program, AnInterruptedExportLeavesNothing) {
+    // 5.8 million rows: the signal comes while they are joined or written.
+    const Outcome outcome =
+        RunProgram({"timeout", "--preserve-status", "-s", "INT", "0.5", QUILLFORM_PROGRAM, "sql", Named("@Sample.mdb"),
+                    "SELECT * FROM [Order Lines] AS a, [Order Lines] AS b", "-o", Named("=x.csv")});
+    EXPECT_EQ(outcome.exitCode, 130) << outcome.errors;
+    EXPECT_TRUE(Snapshot(folder_.Path()).empty());
+}
+
+}  // namespace
+}  // namespace endtoend
