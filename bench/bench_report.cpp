@@ -67,6 +67,7 @@ struct Measured {
 
 Measured RunCommand(const fs::path& layout, const fs::path& target, const fs::path& summary) {
     const auto start = std::chrono::steady_clock::now();
+    std::fflush(stdout);  // or the child would print it again
     const pid_t child = fork();
     if (child == 0) {
         if (!std::freopen(summary.c_str(), "w", stdout)) _exit(126);
