@@ -35,8 +35,7 @@ void JetDatabase::ReadTables() {
         definitions_.push_back(ReadTable(entry));
         // Rows that somebody holds stay valid as long as their table is there.
         for (Entry& old : entries_)
-            if (old.rows && old.object.id == entry.object.id && old.object.name == entry.object.name)
-                entry.rows = std::move(old.rows);
+            if (old.rows && old.object.id == entry.object.id) entry.rows = std::move(old.rows);
     }
     for (const Entry& gone : entries_) std::erase(touched_, gone.rows.get());
     entries_ = std::move(entries);
@@ -103,6 +102,7 @@ void JetDatabase::CreateTable(const TableDef& table) {
                        WriteProperties(properties, file_.Form().format, file_.FileHeader().codePage),
                        SystemClock().Now());
             tablesChanged_ = true;
+            madeTables_.push_back(static_cast<std::int32_t>(plan.page));
             ReadTables();
         });
     });
@@ -161,6 +161,7 @@ void JetDatabase::Commit() {
         throw;
     }
     touched_.clear();
+    madeTables_.clear();
     tablesChanged_ = false;
 }
 
@@ -170,6 +171,13 @@ void JetDatabase::Rollback() {
     allocator_.Forget();
     isBroken_ = false;
     ++changes_;
+    // A table of before may have been dropped, and its page gone to a new one: that must not stand in for it.
+    for (Entry& entry : entries_) {
+        if (std::find(madeTables_.begin(), madeTables_.end(), entry.object.id) == madeTables_.end()) continue;
+        std::erase(touched_, entry.rows.get());
+        entry.rows.reset();
+    }
+    madeTables_.clear();
     if (std::exchange(tablesChanged_, false)) ReadTables();
     // Tables that the transaction made are gone by now, so only those that stayed are looked at.
     for (Entry& entry : entries_)

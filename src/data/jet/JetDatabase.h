@@ -65,9 +65,10 @@ private:
     bool mayWrite_;
     std::vector<TableDef> definitions_{};
     std::vector<Entry> entries_{};
-    std::vector<JetTable*> touched_{};  // by the open transaction
-    bool isBroken_ = false;             // a change of the open transaction stopped half-way
-    bool tablesChanged_ = false;        // the open transaction made or dropped tables
+    std::vector<JetTable*> touched_{};        // by the open transaction
+    bool isBroken_ = false;                   // a change of the open transaction stopped half-way
+    std::vector<std::int32_t> madeTables_{};  // by the open transaction
+    bool tablesChanged_ = false;              // the open transaction made or dropped tables
     std::uint64_t changes_ = 0;
 };
 
