@@ -117,14 +117,15 @@ void ApplySwitches(const Arguments& arguments, ReportSettings& settings) {
     }
 }
 
-/// The database must be there and have its catalog before anything is opened for writing. Throws what is wrong.
-void CheckDatabase(const Layout& layout, DBEngine& engine, UserInterface& user) {
+/// The database must be there and have its catalog before anything is opened for writing. Throws what is wrong; gives
+/// the path under which it was found.
+std::string CheckDatabase(const Layout& layout, DBEngine& engine, UserInterface& user) {
     const auto path = FindReportDatabase(layout, user);
     if (!path)
         throw RunTimeError(ErrorNumber::FileMissing, "The database \"" + layout.settings.strDatabase[1] +
                                                          "\" does not exist; name another with --database.");
     const std::unique_ptr<Database> database = engine.OpenDatabase(*path, Access::ReadOnly);
-    if (database->FindTable(catalogIndexTable) && database->FindTable(catalogRelationTable)) return;
+    if (database->FindTable(catalogIndexTable) && database->FindTable(catalogRelationTable)) return *path;
     throw RunTimeError(ErrorNumber::UnrecognizedFormat, "The database \"" + *path +
                                                             "\" has not been configured for reports; run \"quillform "
                                                             "configure " +
@@ -217,7 +218,9 @@ ExitCode RunLayout(const Arguments& arguments, const std::string& layoutFile) {
     run.type = ChooseType(arguments, run.layout.settings);
     run.file = ChooseFile(arguments, run.layout, run.type);
     const RunOptions options{.walk = ChooseWalk(arguments)};
-    if (run.layout.Fields.Count() > 0) CheckDatabase(run.layout, *engine, user);  // else the run has its own word
+    // A substituted database is told once, here. A layout without items is the run's to refuse.
+    if (run.layout.Fields.Count() > 0)
+        run.layout.settings.strDatabase[1] = CheckDatabase(run.layout, *engine, user);
 
     const InterruptGuard guard;
     const std::unique_ptr<Output> output =
