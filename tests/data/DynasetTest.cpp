@@ -158,6 +158,15 @@ TEST_P(DynasetTest, TablesComeAndGo) {
     EXPECT_THROW(database_->DropTable("Export"), RunTimeError);
 }
 
+TEST_P(DynasetTest, AnOpenRecordsetDoesNotHoldOtherTables) {
+    const auto rows = Open("Towns");
+    EXPECT_EQ(rows->Text(0), "Bonn");
+    database_->DropTable("Payments");
+    EXPECT_EQ(rows->Text(1), "53111");
+    rows->MoveNext();
+    EXPECT_EQ(rows->Text(0), "Trier");
+}
+
 TEST_P(DynasetTest, ReadOnlyHandlesChangeNothing) {
     const auto other = engine_->OpenDatabase(folder_.File("small.db"), Access::ReadOnly);
     EXPECT_EQ(Dump(*other, "SELECT Count(*) AS N FROM Towns"), "3");

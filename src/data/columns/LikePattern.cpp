@@ -7,6 +7,21 @@
 namespace quillform::data {
 namespace {
 
+/// The character at `at` in lower case; moves `at` behind it. Plain letters, nearly all there are, don't go through
+/// texts.
+char32_t NextFolded(std::string_view text, std::size_t& at) {
+    const auto byte = static_cast<unsigned char>(text[at]);
+    if (byte < 0x80) {
+        ++at;
+        return byte >= 'A' && byte <= 'Z' ? byte + U'a' - U'A' : byte;
+    }
+    const std::size_t begin = at;
+    NextCodePoint(text, at);
+    const std::string folded = LowerCase(text.substr(begin, at - begin));
+    std::size_t unused = 0;
+    return NextCodePoint(folded, unused);
+}
+
 /// `[...]` at `at`; moves `at` behind it. Empty where the bracket isn't closed.
 struct CharacterSet {
     std::string_view members;
@@ -32,11 +47,11 @@ CharacterSet ReadSet(std::string_view pattern, std::size_t& at) {
 bool InSet(const CharacterSet& set, char32_t character) {
     bool found = false;
     for (std::size_t at = 0; at < set.members.size() && !found;) {
-        const char32_t low = NextCodePoint(set.members, at);
+        const char32_t low = NextFolded(set.members, at);
         char32_t high = low;
         if (at + 1 < set.members.size() && set.members[at] == '-') {
             ++at;
-            high = NextCodePoint(set.members, at);
+            high = NextFolded(set.members, at);
         }
         found = low <= character && character <= high;
     }
@@ -51,18 +66,18 @@ bool MatchOne(std::string_view text, std::size_t& t, std::string_view pattern, s
         const CharacterSet set = ReadSet(pattern, behind);
         if (set.closed) {
             p = behind;
-            return InSet(set, NextCodePoint(text, t));
+            return InSet(set, NextFolded(text, t));
         }
     }
-    const char32_t wanted = NextCodePoint(pattern, p);
-    const char32_t found = NextCodePoint(text, t);
+    const char32_t wanted = NextFolded(pattern, p);
+    const char32_t found = NextFolded(text, t);
     if (wanted == U'?') return true;
     if (wanted == U'#') return found >= U'0' && found <= U'9';
     return wanted == found;
 }
 
-/// Both in lower case. Only the last star is ever gone back to, so the time is at most the product of the lengths.
-bool MatchesFolded(std::string_view text, std::string_view pattern) {
+/// Only the last star is ever gone back to, so the time is at most the product of the lengths.
+bool Matches(std::string_view text, std::string_view pattern) {
     std::size_t t = 0;
     std::size_t p = 0;
     std::size_t starPattern = std::string_view::npos;
@@ -82,7 +97,7 @@ bool MatchesFolded(std::string_view text, std::string_view pattern) {
             continue;
         }
         if (starPattern == std::string_view::npos || starText >= text.size()) return false;
-        NextCodePoint(text, starText);
+        NextFolded(text, starText);
         t = starText;
         p = starPattern;
     }
@@ -91,8 +106,6 @@ bool MatchesFolded(std::string_view text, std::string_view pattern) {
 
 }  // namespace
 
-bool MatchesPattern(std::string_view text, std::string_view pattern) {
-    return MatchesFolded(LowerCase(text), LowerCase(pattern));
-}
+bool MatchesPattern(std::string_view text, std::string_view pattern) { return Matches(text, pattern); }
 
 }  // namespace quillform::data

@@ -3,8 +3,6 @@
 #include <algorithm>
 #include <cmath>
 
-#include "platform/Text.h"
-
 namespace quillform::data::direct {
 namespace {
 
@@ -108,7 +106,7 @@ Condition Like(const CheckedExpression& text, const CheckedExpression& pattern) 
     if (condition.left.compareClass != CompareClass::Text || pattern.kind != Kind::Constant) throw OtherShape();
     condition.isNull = pattern.isNull || pattern.constant.IsNull();
     if (!condition.isNull && pattern.constant.Kind() != ValueKind::Text) throw OtherShape();
-    condition.text = LowerCase(pattern.constant.View().text);
+    condition.text = pattern.constant.View().text;
     return condition;
 }
 

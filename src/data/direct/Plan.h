@@ -28,7 +28,7 @@ struct Condition {
     Operand left;
     Operand right;        // WithColumn
     double number = 0;    // WithConstant; Constant: 0 is false
-    std::string text;     // WithConstant, Like: the pattern in lower case
+    std::string text;     // WithConstant, Like: the pattern
     bool isNull = false;  // the constant is Null
 
     std::uint64_t Sources() const;  ///< a bit for each source it looks at

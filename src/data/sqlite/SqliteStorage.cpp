@@ -83,18 +83,27 @@ public:
         : statement_(file.connection,
                      SelectList(table, columns) +
                          (table.rowIdName.empty() ? " LIMIT 1 OFFSET ?" : " WHERE " + table.rowIdName + " = ?")),
-          columns_(Placed(table.definition, file.clock, columns)) {}
+          columns_(Placed(table.definition, file.clock, columns)),
+          width_(columns.size()) {}
 
     bool Read(data::RowId id) override {
-        statement_.Reset();
+        statement_.Reset();  // where the last read failed
         statement_.BindWhole(0, id);
-        return statement_.Step();
+        row_.clear();
+        const bool found = statement_.Step();
+        for (int column = 0; found && column < static_cast<int>(width_); ++column)
+            row_.emplace_back(columns_.Value(statement_, column));
+        // A statement left open would hold the file against writers and against dropping a table.
+        statement_.Reset();
+        return found;
     }
-    ValueView Value(int column) const override { return columns_.Value(statement_, column); }
+    ValueView Value(int column) const override { return row_[static_cast<std::size_t>(column)]; }
 
 private:
     Statement statement_;
     RowColumns columns_;
+    std::size_t width_;
+    std::vector<quillform::Value> row_;
 };
 
 class Table final : public data::StoredTable {
