@@ -393,7 +393,8 @@ TEST(JetSafety, WhatIsNotADatabaseIsNamed) {
         EXPECT_EQ(jet::LooksLikeJet(file.Path()), bad.looksLikeJet) << message;
     }
     EXPECT_EQ(NumberOf([&] { jet::Open("/no/such/file.mdb", Access::ReadWrite); }), ErrorNumber::FileMissing);
-    EXPECT_EQ(NumberOf([&] { jet::Open("/tmp", Access::ReadOnly); }), ErrorNumber::DiskError);
+    EXPECT_EQ(NumberOf([&] { jet::Open(std::filesystem::temp_directory_path(), Access::ReadOnly); }),
+              ErrorNumber::DiskError);
 }
 
 /// Reads everything that there is to read.
