@@ -248,6 +248,8 @@ void ExpectFolder(const Arguments& arguments) {
 ExitCode RunReports(const Arguments& arguments) {
     const std::vector<std::string>& layouts = arguments.Operands();
     arguments.ExpectOperands(1, std::string::npos, "LAYOUT.REP");
+    if (arguments.Has("json") && arguments.Value("output") == "-")
+        throw UsageError("the report and --json can't both go to standard output");
     if (layouts.size() == 1) return RunLayout(arguments, layouts.front());
     ExpectFolder(arguments);
     ExitCode first = ExitCode::Done;

@@ -64,6 +64,7 @@ TEST_F(Program, RefusesInOneSentenceAndLeavesNothing) {
         {{"run", "@STOCK.REP", "--paper", "0"}, 2, "paper"},
         {{"run", "@STOCK.REP", "--orientation", "askew"}, 2, "askew"},
         {{"run", "@STOCK.REP", "@SALES.REP", "-o", "=one.pdf"}, 2, "folder"},
+        {{"run", "@STOCK.REP", "--json", "-o", "-"}, 2, "standard output"},
         {{"run", "=none.REP", "-o", "=x.pdf"}, 6, "none.REP"},
         {{"run", "@STOCK.REP", "-q", "=none.qry", "-o", "=x.pdf"}, 6, "none.qry"},
         {{"run", "@STOCK.REP", "-q", "=broken.qry", "-o", "=x.pdf"}, 6, "line 1"},
