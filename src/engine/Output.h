@@ -27,8 +27,8 @@ struct RunVariables {
 
 /// How a document came to its end.
 enum class Ending {
-    Whole,    ///< all records, or a described end such as no records
-    Stopped,  ///< cancelled or failed: well-formed, but short
+    Whole,    ///< all records, or none because there are none
+    Stopped,  ///< cancelled, failed, or without a sort field to go by: well-formed, but short
 };
 
 /// What an output needs of its surroundings when it opens.

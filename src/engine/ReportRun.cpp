@@ -57,8 +57,8 @@ RunOutcome ReportRun::ProcessReport() {
 
     const double start = surroundings_.clock.Timer();
     try {
-        const bool isShort = outcome_.end == RunEnd::Failed || outcome_.end == RunEnd::Cancelled;
-        output_.Close(isShort ? Ending::Stopped : Ending::Whole);
+        const bool isWhole = outcome_.end == RunEnd::Done || outcome_.end == RunEnd::NoRecords;
+        output_.Close(isWhole ? Ending::Whole : Ending::Stopped);
     } catch (const RunTimeError& error) {
         if (!outcome_.failure) outcome_.failure = error;
         outcome_.end = RunEnd::Failed;
