@@ -219,8 +219,7 @@ ExitCode RunLayout(const Arguments& arguments, const std::string& layoutFile) {
     run.file = ChooseFile(arguments, run.layout, run.type);
     const RunOptions options{.walk = ChooseWalk(arguments)};
     // A substituted database is told once, here. A layout without items is the run's to refuse.
-    if (run.layout.Fields.Count() > 0)
-        run.layout.settings.strDatabase[1] = CheckDatabase(run.layout, *engine, user);
+    if (run.layout.Fields.Count() > 0) run.layout.settings.strDatabase[1] = CheckDatabase(run.layout, *engine, user);
 
     const InterruptGuard guard;
     const std::unique_ptr<Output> output =
