@@ -168,6 +168,13 @@ TEST(PrinterOutput, AHeadingTallerThanThePageComesToItsEnd) {
     EXPECT_EQ(std::count_if(record.texts.begin(), record.texts.end(), [](const Drawn& d) { return d.text == "3"; }), 1);
 }
 
+TEST(PrinterOutput, DetailsOnTheLastHeadingRowGoBelowIt) {
+    Scene scene(columns, Numbered(2));
+    scene.Add(-1, 0, 0, 4, "Head");
+    scene.Add(Amount, 0, 5, 4).PrimarySort = true;
+    EXPECT_EQ(RunOn(scene).texts, (std::vector<Drawn>{{1, 0, 0, "Head"}, {1, 600, 240, "1"}, {1, 600, 480, "2"}}));
+}
+
 TEST(PrinterOutput, HiddenRowsTakeNoRoom) {
     Scene scene(columns, Numbered(2));
     clssFields& hidden = scene.Add(City, 0, 0, 4);
