@@ -1,7 +1,9 @@
 #include "data/sqlite/SqliteStorage.h"
 
+#include <algorithm>
 #include <fstream>
 #include <string>
+#include <utility>
 
 #include "data/sqlite/Connection.h"
 #include "data/sqlite/SqliteSchema.h"
@@ -108,7 +110,13 @@ private:
 
 class Table final : public data::StoredTable {
 public:
-    Table(File& file, const SchemaTable& schema) : file_(file), schema_(schema) {}
+    Table(File& file, SchemaTable schema) : file_(file), schema_(std::move(schema)) {}
+
+    bool Is(const SchemaTable& schema) const {
+        return schema_.definition.Name == schema.definition.Name &&
+               schema_.definition.Fields == schema.definition.Fields &&
+               schema_.definition.Indexes == schema.definition.Indexes && schema_.rowIdName == schema.rowIdName;
+    }
 
     const TableDef& Definition() const override { return schema_.definition; }
     std::unique_ptr<data::TableScan> Scan() const override { return ScanColumns(AllColumns(schema_.definition)); }
@@ -174,7 +182,7 @@ private:
     }
 
     File& file_;
-    const SchemaTable& schema_;
+    const SchemaTable schema_;
 };
 
 class SqliteStorage final : public data::Storage {
@@ -258,13 +266,18 @@ private:
     void ReadTables() {
         std::vector<SchemaTable> schema = ReadSchema(file_.connection);
         if (SameTables(schema)) return;  // keeps what callers hold
-        tables_.clear();
+        std::vector<std::unique_ptr<Table>> former = std::exchange(tables_, {});
         schema_ = std::move(schema);
         definitions_.clear();
         for (const SchemaTable& table : schema_) {
             definitions_.push_back(table.definition);
-            tables_.push_back(std::make_unique<Table>(file_, table));
+            const auto same = std::find_if(former.begin(), former.end(),
+                                           [&](const auto& known) { return known && known->Is(table); });
+            tables_.push_back(same != former.end() ? std::move(*same) : std::make_unique<Table>(file_, table));
         }
+        // An open record set may still hold a table that is gone; its next statement then says so.
+        for (std::unique_ptr<Table>& gone : former)
+            if (gone) retired_.push_back(std::move(gone));
     }
     bool SameTables(const std::vector<SchemaTable>& schema) const {
         if (schema.size() != schema_.size()) return false;
@@ -281,6 +294,7 @@ private:
     std::vector<SchemaTable> schema_;
     std::vector<TableDef> definitions_;
     std::vector<std::unique_ptr<Table>> tables_;
+    std::vector<std::unique_ptr<Table>> retired_;  // dropped while somebody may hold them
     int depth_ = 0;
 };
 
