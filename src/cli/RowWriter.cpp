@@ -110,17 +110,6 @@ void AppendJsonRow(const Recordset& records, bool isFirst, std::string& out) {
 
 void AppendMachineText(const ValueView& value, std::string& out) {
     switch (value.kind) {
-        case ValueKind::Null:
-            return;
-        case ValueKind::Boolean:
-            out += value.integer ? "True" : "False";
-            return;
-        case ValueKind::Integer:
-            AppendNumber(value.integer, out);
-            return;
-        case ValueKind::Currency:
-            AppendGeneralText(value, out);
-            return;
         case ValueKind::Single:
             AppendNumber(static_cast<float>(value.real), out);
             return;
@@ -130,17 +119,21 @@ void AppendMachineText(const ValueView& value, std::string& out) {
         case ValueKind::Date:
             AppendDate(value.real, out);
             return;
-        case ValueKind::Decimal:
-        case ValueKind::Text:
-        case ValueKind::Guid:
-            out += value.text;
-            return;
         case ValueKind::Binary:
             for (const char c : value.text) {
                 const auto byte = static_cast<unsigned char>(c);
                 out += hexDigits[byte >> 4];
                 out += hexDigits[byte & 15];
             }
+            return;
+        case ValueKind::Null:
+        case ValueKind::Boolean:
+        case ValueKind::Integer:
+        case ValueKind::Currency:
+        case ValueKind::Decimal:
+        case ValueKind::Text:
+        case ValueKind::Guid:
+            AppendGeneralText(value, out);
             return;
     }
 }

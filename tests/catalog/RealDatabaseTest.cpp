@@ -8,11 +8,11 @@
 #include <filesystem>
 #include <thread>
 
+#include "ScratchFolder.h"
 #include "catalog/CatalogTables.h"
 #include "catalog/DefaultAnswers.h"
 #include "catalog/MemoryDatabase.h"
 #include "data/Engine.h"
-#include "output/ScratchFolder.h"
 #include "platform/Clock.h"
 
 namespace quillform {
@@ -41,7 +41,7 @@ protected:
         return count;
     }
 
-    testing::ScratchFolder folder_;
+    ScratchFolder folder_;
     FixedClock clock_{36526};
     std::unique_ptr<DBEngine> engine_ = data::MakeEngine(clock_);
     std::string path_ = folder_.File("shop.db");
@@ -94,7 +94,7 @@ TEST_P(RealDatabase, ASecondTimeChangesNothing) {
 TEST_P(RealDatabase, KilledMidwayLeavesAllOrNothing) {
     const auto start = std::chrono::steady_clock::now();
     {
-        testing::ScratchFolder folder;
+        ScratchFolder folder;
         std::filesystem::copy_file(path_, folder.File("shop.db"));
         ConfigureWithDefaults(*engine_->OpenDatabase(folder.File("shop.db")), path_);
     }

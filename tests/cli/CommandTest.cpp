@@ -1,9 +1,9 @@
 #include <gtest/gtest.h>
 
+#include "ScratchFolder.h"
 #include "cli/Arguments.h"
 #include "cli/RowWriter.h"
 #include "engine/FakeSurroundings.h"
-#include "output/ScratchFolder.h"
 
 namespace quillform::cli {
 namespace {
@@ -73,7 +73,7 @@ TEST(RowWriter, RowsAsCsvAndJson) {
         "\"0fff\", \"n\": "
         "true},\n{\"a, b\": \"e\", \"n\": 0.1}\n]\n";
     for (const auto& [format, expected] : {std::pair(RowFormat::Csv, csv), std::pair(RowFormat::Json, json)}) {
-        const quillform::testing::ScratchFolder folder;
+        const ScratchFolder folder;
         FakeRecordset records(fields, rows);
         OutputFile file(folder.File("rows"));
         EXPECT_TRUE(WriteRows(records, format, file, [] { return false; }));

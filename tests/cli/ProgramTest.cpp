@@ -11,7 +11,7 @@ namespace fs = std::filesystem;
 class Program : public testing::Test {
 protected:
     static void SetUpTestSuite() {
-        samples_ = new TempFolder;
+        samples_ = new ScratchFolder;
         ASSERT_EQ(Quillform({"sample", samples_->Path().string()}).exitCode, 0);
     }
     static void TearDownTestSuite() {
@@ -39,10 +39,10 @@ protected:
         return (folder_ / layout).string();
     }
 
-    static TempFolder* samples_;
-    TempFolder folder_;
+    static ScratchFolder* samples_;
+    ScratchFolder folder_;
 };
-TempFolder* Program::samples_ = nullptr;
+ScratchFolder* Program::samples_ = nullptr;
 
 TEST_F(Program, RefusesInOneSentenceAndLeavesNothing) {
     WriteFile(folder_ / "broken.qry", "1e999,\"=\",\"a\",\"AND\",\"x\"\r\n");

@@ -17,7 +17,7 @@ protected:
     }
 
     FixedClock clock_{36161.5};
-    TestFolder folder_;
+    ScratchFolder folder_;
     std::unique_ptr<DBEngine> engine_;
     std::unique_ptr<Database> database_;
 };

@@ -6,16 +6,6 @@
 
 namespace quillform::data {
 
-TestFolder::TestFolder() {
-    std::string name = (std::filesystem::temp_directory_path() / "quillform-test-XXXXXX").string();
-    path_ = mkdtemp(name.data());
-}
-
-TestFolder::~TestFolder() {
-    std::error_code ignored;
-    std::filesystem::remove_all(path_, ignored);
-}
-
 Field MakeField(const char* name, FieldType type, int size) {
     Field field;
     field.Name = name;

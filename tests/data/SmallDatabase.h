@@ -5,23 +5,11 @@
 #include <string>
 #include <vector>
 
+#include "ScratchFolder.h"
 #include "data/Engine.h"
 #include "model/DataAccess.h"
 
 namespace quillform::data {
-
-/// A folder of its own for one test, removed with it.
-class TestFolder {
-public:
-    TestFolder();
-    ~TestFolder();
-    TestFolder(const TestFolder&) = delete;
-    TestFolder& operator=(const TestFolder&) = delete;
-    std::string File(const std::string& name) const { return (path_ / name).string(); }
-
-private:
-    std::filesystem::path path_;
-};
 
 Field MakeField(const char* name, FieldType type, int size = 0);
 TableDef MakeTable(const char* name, std::vector<Field> fields);

@@ -14,7 +14,7 @@ protected:
     }
 
     FixedClock clock_{36161.5};  // 1999-01-01 12:00
-    TestFolder folder_;
+    ScratchFolder folder_;
     std::unique_ptr<DBEngine> engine_;
     std::unique_ptr<Database> database_;
 };

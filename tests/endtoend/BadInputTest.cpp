@@ -35,7 +35,7 @@ protected:
         return {"run", Layout(), "-o", (folder_ / target).string()};
     }
 
-    TempFolder folder_;
+    ScratchFolder folder_;
 };
 
 TEST_F(BadInput, MissingDatabase) {

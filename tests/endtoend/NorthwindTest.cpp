@@ -185,7 +185,7 @@ protected:
         ASSERT_EQ(run.exitCode, 0) << run.errors;
     }
 
-    TempFolder folder_;
+    ScratchFolder folder_;
     std::filesystem::path database_;
 };
 

@@ -24,7 +24,7 @@ protected:
         return target;
     }
 
-    TempFolder folder_;
+    ScratchFolder folder_;
 };
 
 TEST_P(SampleReport, TextIsTheGoldenFile) {
@@ -53,15 +53,15 @@ INSTANTIATE_TEST_SUITE_P(All, SampleReport, testing::ValuesIn(sampleReports),
                          [](const auto& example) { return std::string(example.param); });
 
 TEST(Samples, AreTheSameEachTime) {
-    const TempFolder first;
-    const TempFolder second;
+    const ScratchFolder first;
+    const ScratchFolder second;
     ASSERT_EQ(Quillform({"sample", first.Path().string()}).exitCode, 0);
     ASSERT_EQ(Quillform({"sample", second.Path().string()}).exitCode, 0);
     EXPECT_TRUE(ReadFile(first / "Sample.mdb") == ReadFile(second / "Sample.mdb"));
 }
 
 TEST(Samples, AreNotWrittenOverWhatIsThere) {
-    const TempFolder folder;
+    const ScratchFolder folder;
     WriteFile(folder / "SALES.REP", "my own");
     const auto before = Snapshot(folder.Path());
     const Outcome made = Quillform({"sample", folder.Path().string()});

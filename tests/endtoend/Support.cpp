@@ -26,7 +26,7 @@ void RedirectTo(int descriptor, const fs::path& file) {
     close(opened);
 }
 
-[[noreturn]] void Become(const std::vector<std::string>& command, const TempFolder& home) {
+[[noreturn]] void Become(const std::vector<std::string>& command, const ScratchFolder& home) {
     RedirectTo(STDOUT_FILENO, home / "stdout");
     RedirectTo(STDERR_FILENO, home / "stderr");
     const int nothing = open("/dev/null", O_RDONLY);
@@ -84,18 +84,8 @@ std::vector<std::vector<std::string>> ParseCsv(std::string_view text) {
 
 }  // namespace
 
-TempFolder::TempFolder() {
-    std::string pattern = (fs::temp_directory_path() / "quillform-XXXXXX").string();
-    if (mkdtemp(pattern.data()) == nullptr) throw std::runtime_error("no temporary folder");
-    path_ = pattern;
-}
-TempFolder::~TempFolder() {
-    std::error_code ignored;  // a folder left behind is no reason to fail
-    fs::remove_all(path_, ignored);
-}
-
 Outcome RunProgram(const std::vector<std::string>& command) {
-    const TempFolder home;
+    const ScratchFolder home;
     const pid_t child = fork();
     if (child == 0) Become(command, home);
     Outcome outcome;
@@ -157,7 +147,7 @@ std::map<std::string, std::string> Snapshot(const fs::path& folder) {
     return files;
 }
 
-fs::path CopyOfShared(std::string_view name, const TempFolder& folder) {
+fs::path CopyOfShared(std::string_view name, const ScratchFolder& folder) {
     const fs::path source = fs::path(QUILLFORM_SOURCE_DIR) / "../shared/jet/samples" / name;
     if (!fs::exists(source)) return {};
     const fs::path copy = folder / name;

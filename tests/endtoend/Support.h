@@ -6,22 +6,11 @@
 #include <string_view>
 #include <vector>
 
+#include "ScratchFolder.h"
+
 namespace endtoend {
 
-/// A new folder of its own that goes away with the object.
-class TempFolder {
-public:
-    TempFolder();
-    ~TempFolder();
-    TempFolder(const TempFolder&) = delete;
-    TempFolder& operator=(const TempFolder&) = delete;
-
-    const std::filesystem::path& Path() const { return path_; }
-    std::filesystem::path operator/(std::string_view name) const { return path_ / name; }
-
-private:
-    std::filesystem::path path_;
-};
+using quillform::ScratchFolder;
 
 struct Outcome {
     int exitCode = -1;  ///< -1: ended by a signal
@@ -48,7 +37,7 @@ std::vector<Row> ExportedRows(const std::filesystem::path& database, const std::
 std::map<std::string, std::string> Snapshot(const std::filesystem::path& folder);
 
 /// A copy of a database of the shared samples in the folder, writable; empty path where the samples are missing.
-std::filesystem::path CopyOfShared(std::string_view name, const TempFolder& folder);
+std::filesystem::path CopyOfShared(std::string_view name, const ScratchFolder& folder);
 
 /// "" if the texts are the same, else the number of the first differing line and the line on both sides.
 std::string FirstDifference(std::string_view expected, std::string_view actual);

@@ -1,8 +1,8 @@
 #include <gtest/gtest.h>
 
+#include "ScratchFolder.h"
 #include "engine/FakeSurroundings.h"
 #include "output/OutputRooms.h"
-#include "output/ScratchFolder.h"
 #include "output/TextOutput.h"
 
 namespace quillform::testing {

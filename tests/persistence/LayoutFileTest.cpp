@@ -1,7 +1,7 @@
 #include <gtest/gtest.h>
 
+#include "ScratchFolder.h"
 #include "engine/FakeSurroundings.h"
-#include "output/ScratchFolder.h"
 #include "persistence/LayoutFile.h"
 #include "persistence/QueryFile.h"
 #include "platform/OutputFile.h"

@@ -13,7 +13,7 @@ bool HasFamily(const std::vector<std::string>& fonts, std::string_view name) {
 }
 
 std::vector<std::string> PresentFonts() {
-    const TemporaryFolder folder;
+    const ScratchFolder folder;
     return MakePdfTarget(folder / "fonts.pdf", {})->Fonts();
 }
 
@@ -88,7 +88,7 @@ TEST(FontTest, SameSpecIsTheSameFont) {
 }
 
 TEST(FontTest, ReplacementsAreSaidOnceEach) {
-    const TemporaryFolder folder;
+    const ScratchFolder folder;
     const auto target = MakePdfTarget(folder / "fonts.pdf", {});
     EXPECT_TRUE(target->FontSubstitutions().empty());
     for (const bool bold : {false, true}) target->Font({"No Such Font", 10, bold});

@@ -30,7 +30,7 @@ TEST(PdfDrawingTest, TextLandsWhereItWasSetAndIsAsWideAsMeasured) {
         {"\xD0\x96\xD1\x83\xD0\xBA\xCE\xA9", 5000, 4444.4, {"Times New Roman", 9.7, false, true}},
         {"12345.67", 9000.5, 14000.25, {"Arial", 6}},
     };
-    const TemporaryFolder folder;
+    const ScratchFolder folder;
     const auto target = MakePdfTarget(folder / "places.pdf", {});
     for (const Case& c : cases) {
         target->SetFont(target->Font(c.font));
@@ -57,7 +57,7 @@ TEST(PdfDrawingTest, TextLandsWhereItWasSetAndIsAsWideAsMeasured) {
 
 TEST(PdfDrawingTest, BoxLiesUnderTextWhateverCameFirst) {
     SKIP_WITHOUT("pdftoppm");
-    const TemporaryFolder folder;
+    const ScratchFolder folder;
     const auto target = MakePdfTarget(folder / "boxes.pdf", {});
     target->SetFont(target->Font({"Arial", 20, true}));
     target->SetForeColor(0);
@@ -82,7 +82,7 @@ TEST(PdfDrawingTest, BoxLiesUnderTextWhateverCameFirst) {
 
 TEST(PdfDrawingTest, ColoursAreThoseOfTheTable) {
     SKIP_WITHOUT("pdftoppm");
-    const TemporaryFolder folder;
+    const ScratchFolder folder;
     const auto target = MakePdfTarget(folder / "colours.pdf", {});
     for (int number = -1; number <= 16; ++number) {
         const double top = 500 * (number + 1);
@@ -99,7 +99,7 @@ TEST(PdfDrawingTest, ColoursAreThoseOfTheTable) {
 
 TEST(PdfDrawingTest, UnderlineRunsUnderTheWholeTextAndItsBlanks) {
     SKIP_WITHOUT("pdftoppm");
-    const TemporaryFolder folder;
+    const ScratchFolder folder;
     const auto target = MakePdfTarget(folder / "underline.pdf", {});
     target->SetFont(target->Font({"Arial", 40, false, false, true}));
     target->SetForeColor(12);
@@ -128,7 +128,7 @@ TEST(PdfDrawingTest, SheetFollowsPaperAndOrientation) {
                           {20, false, "297 x 684 pts", 5220, 12960},
                           {999, false, "612 x 792 pts", 11520, 15120}};
     for (const Case& c : cases) {
-        const TemporaryFolder folder;
+        const ScratchFolder folder;
         const auto target = MakePdfTarget(folder / "sheet.pdf", {});
         target->SetOrientation(c.landscape);
         target->SetPaperSize(c.paper);
@@ -143,7 +143,7 @@ TEST(PdfDrawingTest, SheetFollowsPaperAndOrientation) {
 
 TEST(PdfDrawingTest, PlacesThatCannotBeDoNoHarm) {
     SKIP_WITHOUT("qpdf");
-    const TemporaryFolder folder;
+    const ScratchFolder folder;
     const auto target = MakePdfTarget(folder / "wild.pdf", {});
     const double wild[] = {std::numeric_limits<double>::quiet_NaN(), std::numeric_limits<double>::infinity(), -1e300,
                            1e300};

@@ -49,7 +49,7 @@ void PrintRows(PdfTarget& target, int first, int count) {
 }
 
 TEST(PdfFileTest, SameCallsGiveTheSameBytes) {
-    const TemporaryFolder folder;
+    const ScratchFolder folder;
     for (const char* name : {"a.pdf", "b.pdf"}) {
         const auto target = MakePdfTarget(folder / name, {"Same", "en-US", 36160.5});
         target->SetFont(target->Font({"Times New Roman", 11}));
@@ -64,7 +64,7 @@ TEST(PdfFileTest, SameCallsGiveTheSameBytes) {
 }
 
 TEST(PdfFileTest, DifferentContentHasADifferentIdentifier) {
-    const TemporaryFolder folder;
+    const ScratchFolder folder;
     std::string ends[2];
     for (int i = 0; i < 2; ++i) {
         const auto target = MakePdfTarget(folder / "a.pdf", {"Title", "en", 1});
@@ -79,7 +79,7 @@ TEST(PdfFileTest, DifferentContentHasADifferentIdentifier) {
 }
 
 TEST(PdfFileTest, NothingIsLeftWithoutEndDoc) {
-    const TemporaryFolder folder;
+    const ScratchFolder folder;
     {
         const auto target = MakePdfTarget(folder / "a.pdf", {});
         PrintRows(*target, 0, 100);
@@ -91,7 +91,7 @@ TEST(PdfFileTest, NothingIsLeftWithoutEndDoc) {
 }
 
 TEST(PdfFileTest, AFolderThatIsMissingIsAnError) {
-    const TemporaryFolder folder;
+    const ScratchFolder folder;
     EXPECT_THROW(MakePdfTarget(folder / "no" / "a.pdf", {}), RunTimeError);
 }
 
@@ -111,7 +111,7 @@ TEST(PdfFileTest, PagesAreCountedAsPrinted) {
         {"an outline entry only", [](PdfTarget& t) { t.Print("x"), t.NewPage(), t.AddOutlineEntry(1, "here"); }, 2},
     };
     for (const Case& c : cases) {
-        const TemporaryFolder folder;
+        const ScratchFolder folder;
         const auto target = MakePdfTarget(folder / "a.pdf", {});
         c.draw(*target);
         target->EndDoc();
@@ -124,7 +124,7 @@ TEST(PdfFileTest, PagesAreCountedAsPrinted) {
 }
 
 TEST(PdfFileTest, CallsBehindEndDocDoNoHarm) {
-    const TemporaryFolder folder;
+    const ScratchFolder folder;
     const auto target = MakePdfTarget(folder / "a.pdf", {});
     target->Print("x");
     target->EndDoc();
@@ -155,7 +155,7 @@ TEST(PdfFileTest, HostileTextsKeepTheFileSound) {
                                       "\xEF\xBF\xBF",
                                       "%comment",
                                       "]>>"};
-    const TemporaryFolder folder;
+    const ScratchFolder folder;
     const auto target = MakePdfTarget(folder / "a.pdf", {"first", "e)n(", 0});
     for (const std::string_view text : texts) {
         target->SetTitle(text);
@@ -172,7 +172,7 @@ TEST(PdfFileTest, HostileTextsKeepTheFileSound) {
 }
 
 TEST(PdfFileTest, ManyPagesTakeNoMoreMemoryThanFew) {
-    const TemporaryFolder folder;
+    const ScratchFolder folder;
     const auto target = MakePdfTarget(folder / "a.pdf", {});
     target->SetFont(target->Font({"Arial", 9}));
     std::size_t early = 0;

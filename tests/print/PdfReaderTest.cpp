@@ -28,7 +28,7 @@ TEST(PdfReaderTest, TextOutsideTheWesternAlphabetIsExtractedAsPrinted) {
         "e \xE2\x82\xAC",
         "\xD0\x9F\xD1\x80\xD0\xB8\xD0\xB2\xD0\xB5\xD1\x82", "\xCE\x94\xCE\xA9", "\xE2\x88\x86\xE2\x84\xA6",
         "\xE2\x80\x9Cquoted\xE2\x80\x9D"};
-    const TemporaryFolder folder;
+    const ScratchFolder folder;
     const auto target = MakePdfTarget(folder / "a.pdf", {});
     std::string expected;
     for (const char* text : texts) {
@@ -42,7 +42,7 @@ TEST(PdfReaderTest, TextOutsideTheWesternAlphabetIsExtractedAsPrinted) {
 
 TEST(PdfReaderTest, CharactersTheFontLacksComeFromAnother) {
     SKIP_WITHOUT("pdffonts");
-    const TemporaryFolder folder;
+    const ScratchFolder folder;
     const auto target = MakePdfTarget(folder / "a.pdf", {});
     target->SetFont(target->Font({"Liberation Sans", 10}));
     const char* umbrella =
@@ -61,7 +61,7 @@ TEST(PdfReaderTest, CharactersTheFontLacksComeFromAnother) {
 
 TEST(PdfReaderTest, FontsAreEmbeddedSubsetsThatNameTheirCharacters) {
     SKIP_WITHOUT("pdffonts");
-    const TemporaryFolder folder;
+    const ScratchFolder folder;
     const auto target = MakePdfTarget(folder / "a.pdf", {});
     for (const char* family : {"Arial", "Times New Roman", "Courier New"}) {
         target->SetFont(target->Font({family, 10, false, true}));
@@ -77,7 +77,7 @@ TEST(PdfReaderTest, FontsAreEmbeddedSubsetsThatNameTheirCharacters) {
 
 TEST(PdfReaderTest, TagsFollowRolesAndRows) {
     SKIP_WITHOUT("pdfinfo");
-    const TemporaryFolder folder;
+    const ScratchFolder folder;
     const auto target = MakePdfTarget(folder / "a.pdf", {});
     const auto row = [&](PageRole role, std::initializer_list<const char*> items) {
         target->SetRole(role);
@@ -114,7 +114,7 @@ TEST(PdfReaderTest, TagsFollowRolesAndRows) {
 // Cells end where a document is too long to be read through; its text must stay in the tree all the same.
 TEST(PdfReaderTest, LongDocumentsStayTagged) {
     SKIP_WITHOUT("pdfinfo");
-    const TemporaryFolder folder;
+    const ScratchFolder folder;
     const auto target = MakePdfTarget(folder / "a.pdf", {});
     for (int page = 1; page <= 120; ++page) {
         target->BeginRow();
@@ -131,7 +131,7 @@ TEST(PdfReaderTest, LongDocumentsStayTagged) {
 
 TEST(PdfReaderTest, OutlineHasItsLevelsAndPages) {
     SKIP_WITHOUT("qpdf");
-    const TemporaryFolder folder;
+    const ScratchFolder folder;
     const auto target = MakePdfTarget(folder / "a.pdf", {});
     const std::pair<int, const char*> entries[] = {{2, "A"}, {2, "B"}, {1, "C"}, {2, "D"}, {2, "E (\xC3\xA9)"},
                                                    {1, "F"}};
@@ -152,7 +152,7 @@ TEST(PdfReaderTest, OutlineHasItsLevelsAndPages) {
 
 TEST(PdfReaderTest, PropertiesAreThoseOfTheSettings) {
     SKIP_WITHOUT("pdfinfo");
-    const TemporaryFolder folder;
+    const ScratchFolder folder;
     const double created = DateSerial(2001, 2, 3) + TimeSerial(4, 5, 6);
     const auto target = MakePdfTarget(folder / "a.pdf", {"Sales & <more>", "de-DE", created});
     target->Print("x");
@@ -168,7 +168,7 @@ TEST(PdfReaderTest, PropertiesAreThoseOfTheSettings) {
 
 TEST(PdfReaderTest, WithoutATitleTheFileNameStandsForIt) {
     SKIP_WITHOUT("pdfinfo");
-    const TemporaryFolder folder;
+    const ScratchFolder folder;
     const auto target = MakePdfTarget(folder / "Year \xC3\xA9nd.pdf", {});
     target->Print("x");
     target->EndDoc();

@@ -25,17 +25,6 @@ std::string WholeFile(const std::filesystem::path& path) {
 
 }  // namespace
 
-TemporaryFolder::TemporaryFolder() {
-    std::string pattern = (std::filesystem::temp_directory_path() / "quillform-print-XXXXXX").string();
-    if (mkdtemp(pattern.data()) == nullptr) throw std::runtime_error("no temporary folder");
-    path_ = pattern;
-}
-
-TemporaryFolder::~TemporaryFolder() {
-    std::error_code ignored;
-    std::filesystem::remove_all(path_, ignored);
-}
-
 ToolResult RunTool(const std::string& command) {
     ToolResult result;
     FILE* pipe = popen((command + " 2>&1").c_str(), "r");
@@ -78,7 +67,7 @@ std::string TextOf(const std::filesystem::path& pdf) {
     return text;
 }
 
-Picture::Picture(const std::filesystem::path& pdf, const TemporaryFolder& folder) {
+Picture::Picture(const std::filesystem::path& pdf, const ScratchFolder& folder) {
     const std::filesystem::path stem = folder / "picture";
     RunTool("pdftoppm -singlefile -r " + std::to_string(kDotsPerInch) + " " + Quoted(pdf) + " " + Quoted(stem));
     std::istringstream in(WholeFile(stem.string() + ".ppm"));

@@ -6,25 +6,12 @@
 #include <string_view>
 #include <vector>
 
+#include "ScratchFolder.h"
 #include "print/PdfTarget.h"
 
 namespace quillform::print {
 
 inline constexpr double kEdge = 360;  // of the printable area, twips
-
-/// A folder that goes with the test.
-class TemporaryFolder {
-public:
-    TemporaryFolder();
-    ~TemporaryFolder();
-    TemporaryFolder(const TemporaryFolder&) = delete;
-    TemporaryFolder& operator=(const TemporaryFolder&) = delete;
-    std::filesystem::path operator/(std::string_view name) const { return path_ / name; }
-    const std::filesystem::path& Path() const { return path_; }
-
-private:
-    std::filesystem::path path_;
-};
 
 struct ToolResult {
     int exitCode = -1;
@@ -46,7 +33,7 @@ std::string TextOf(const std::filesystem::path& pdf);
 /// The first page as pixels.
 class Picture {
 public:
-    Picture(const std::filesystem::path& pdf, const TemporaryFolder& folder);
+    Picture(const std::filesystem::path& pdf, const ScratchFolder& folder);
     struct Pixel {
         int red = 0, green = 0, blue = 0;
         friend bool operator==(const Pixel&, const Pixel&) = default;
