@@ -11,8 +11,14 @@ namespace quillform {
 /// What a piece of a page is, for readers of the document (tags, outline); drawing doesn't depend on it.
 enum class PageRole { Heading, Detail, SubTotal, GrandTotal };
 
+/// Which upper left corner positions count from.
+enum class PageOrigin {
+    PrintableArea,  ///< what a printer can reach: lines and pages break as on paper
+    Sheet,          ///< the paper itself, for sheets whose places are given by their maker, such as labels
+};
+
 /// The one page surface of a run: placed texts and filled boxes. Positions and sizes in twips, from the upper left
-/// corner of the printable area. Colours are numbers 0 to 15 of QBColor. A box under a text is drawn below it, whatever
+/// corner of the page's origin. Colours are numbers 0 to 15 of QBColor. A box under a text is drawn below it, whatever
 /// order the calls came in.
 class PrintTarget : public TextMeasure {
 public:
@@ -21,6 +27,8 @@ public:
     virtual void SetOrientation(bool landscape) = 0;
     /// The printer's paper number; an unknown number means Letter.
     virtual void SetPaperSize(int paperNumber) = 0;
+    /// The printable area unless this is called. ScaleHeight and ScaleWidth are those of what is chosen.
+    virtual void SetOrigin(PageOrigin origin) = 0;
 
     virtual void SetFont(FontId font) = 0;
     virtual void SetForeColor(int colour) = 0;
@@ -40,7 +48,7 @@ public:
     double TextHeight() const { return TextHeight(CurrentFont()); }
     virtual FontId CurrentFont() const = 0;
 
-    /// Printable height and width of the page.
+    /// Height and width of the page as far as the origin's corner counts: of the printable area or of the sheet.
     virtual double ScaleHeight() const = 0;
     virtual double ScaleWidth() const = 0;
 

@@ -69,6 +69,8 @@ bool PrinterOutput::Open(const OutputContext& context) {
     target_ = make_(path_, {.title = TitleOf(context.layout), .created = context.clock.Now()});
     target_->SetOrientation(context.layout.settings.intOrientation == 0);
     target_->SetPaperSize(context.layout.settings.intPaperSize);
+    // A label sheet is measured by its maker from the edges of the paper, whatever a printer can reach.
+    if (context.layout.settings.boolLabels) target_->SetOrigin(PageOrigin::Sheet);
     ReplaceMissingFonts(context);
     for (const clssFields& item : context.layout.Fields) {
         const FontId font = target_->Font(FontOf(item));

@@ -9,7 +9,7 @@
 
 namespace quillform::print {
 
-/// What one page holds, in the order of the calls. Twips from the upper left corner of the printable area.
+/// What one page holds, in the order of the calls. Twips from the corner that positions count from.
 class Page {
 public:
     struct Text {

@@ -22,7 +22,7 @@ void AppendSheet(const Sheet& sheet, std::string& out) {
     out += ']';
 }
 
-double OriginY(const Sheet& sheet) { return (sheet.height - kUnprintableEdge) * kPointsPerTwip; }
+double OriginY(const Sheet& sheet) { return (sheet.height - sheet.edge) * kPointsPerTwip; }
 
 // Local time without a zone, since a serial has none. `pattern` takes six numbers from year to second.
 std::string DateText(double serial, const char* pattern) {
@@ -57,7 +57,7 @@ void PdfDocument::AddPage(const Page& page, const Sheet& sheet) {
 
     structure_.BeginPage(page_);
     const std::string_view content =
-        composer_.Compose(page, pageCount_ + 1, kUnprintableEdge * kPointsPerTwip, OriginY(sheet));
+        composer_.Compose(page, pageCount_ + 1, sheet.edge * kPointsPerTwip, OriginY(sheet));
     structure_.EndPage();
     const int stream = file_.Reserve();
     file_.WriteStream(stream, {}, content);

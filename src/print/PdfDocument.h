@@ -15,16 +15,17 @@
 
 namespace quillform::print {
 
-struct Sheet {
-    double width = 12240;  ///< twips
-    double height = 15840;
-    friend bool operator==(const Sheet&, const Sheet&) = default;
-};
-
 /// The part of every sheet that printers leave blank, on each of its edges, in twips. A PDF could use all of it, but a
 /// layout begins at column 0: from the sheet's own edge its first letters would lie where no printer prints and no
 /// eye expects them. A quarter of an inch is what common printers keep clear, so lines and pages break as on paper.
 inline constexpr double kUnprintableEdge = 360;
+
+struct Sheet {
+    double width = 12240;  ///< twips
+    double height = 15840;
+    double edge = kUnprintableEdge;  ///< from the sheet's corner to the corner that positions count from
+    friend bool operator==(const Sheet&, const Sheet&) = default;
+};
 
 /// One PDF document: pages as they come, then everything that holds them together.
 class PdfDocument {
@@ -32,7 +33,7 @@ public:
     PdfDocument(const std::filesystem::path& target, FontBook& fonts);
 
     void AddPage(const Page& page, const Sheet& sheet);
-    /// On the page that will be added next; `y` in twips from the printable area's upper edge.
+    /// On the page that will be added next; `y` in twips from the upper edge that positions count from.
     void AddOutlineEntry(int level, std::string_view title, double y, const Sheet& sheet);
     int PageCount() const { return pageCount_; }
     /// Whether something points at the page to come, so that it can't be left out.

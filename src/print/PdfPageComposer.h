@@ -12,14 +12,14 @@
 namespace quillform::print {
 
 /// Turns a page into the operators of a PDF content stream: boxes first, then texts, then the lines under them. Lengths
-/// in the stream are whole twips from the upper left corner of the printable area; one transformation at its head turns
+/// in the stream are whole twips from the corner that positions count from; one transformation at its head turns
 /// them into points.
 class PdfPageComposer {
 public:
     PdfPageComposer(FontBook& fonts, PdfStructure& structure);
 
-    /// The stream is valid until the next call. `pageNumber` from 1. `originX` and `originY` in points: where the
-    /// printable area begins, from the sheet's lower left corner.
+    /// The stream is valid until the next call. `pageNumber` from 1. `originX` and `originY` in points: where that
+    /// corner lies, from the sheet's lower left corner.
     std::string_view Compose(const Page& page, int pageNumber, double originX, double originY);
 
 private:

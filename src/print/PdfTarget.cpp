@@ -5,6 +5,7 @@
 #include <optional>
 #include <utility>
 
+#include "model/DesignGrid.h"
 #include "platform/Text.h"
 #include "print/FontBook.h"
 #include "print/Page.h"
@@ -33,6 +34,7 @@ public:
     }
     void SetOrientation(bool landscape) override { isLandscape_ = landscape; }
     void SetPaperSize(int paperNumber) override { paper_ = PaperSizeOf(paperNumber); }
+    void SetOrigin(PageOrigin origin) override { edge_ = origin == PageOrigin::Sheet ? 0 : kUnprintableEdge; }
     const std::vector<std::string>& Fonts() const override { return fontNames_; }
     std::vector<std::string> FontSubstitutions() const override;
     int PageCount() const override;
@@ -50,8 +52,8 @@ public:
     void FillBox(double x1, double y1, double x2, double y2, int colour) override {
         page_.AddBox(x1, y1, x2, y2, colour);
     }
-    double ScaleHeight() const override { return Sheet().height - 2 * kUnprintableEdge; }
-    double ScaleWidth() const override { return Sheet().width - 2 * kUnprintableEdge; }
+    double ScaleHeight() const override { return Sheet().height - 2 * edge_; }
+    double ScaleWidth() const override { return Sheet().width - 2 * edge_; }
     void NewPage() override;
     void EndDoc() override;
 
@@ -76,6 +78,7 @@ private:
 
     PaperSize paper_;
     bool isLandscape_ = false;
+    double edge_ = kUnprintableEdge;
     Page page_;
     FontId font_{};
     double x_ = 0;
@@ -86,8 +89,8 @@ private:
 };
 
 print::Sheet PdfFileTarget::Sheet() const {
-    if (isLandscape_) return {paper_.heightTwips, paper_.widthTwips};
-    return {paper_.widthTwips, paper_.heightTwips};
+    if (isLandscape_) return {paper_.heightTwips, paper_.widthTwips, edge_};
+    return {paper_.widthTwips, paper_.heightTwips, edge_};
 }
 
 std::vector<std::string> PdfFileTarget::FontSubstitutions() const { return book_.Substitutions(); }
@@ -131,6 +134,13 @@ void PdfFileTarget::EndDoc() {
 }
 
 }  // namespace
+
+PaperSize PaperSizeOf(int number) {
+    constexpr double twipsPerInch = 1440;
+    PaperInches inches;  // Letter, and left so by an unknown number
+    FindPaper(number, inches);
+    return {inches.width * twipsPerInch, inches.height * twipsPerInch};
+}
 
 std::unique_ptr<PdfTarget> MakePdfTarget(const std::filesystem::path& file, const PdfSettings& settings) {
     return std::make_unique<PdfFileTarget>(file, settings);

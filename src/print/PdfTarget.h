@@ -22,8 +22,8 @@ struct PdfSettings {
 /// PermissionDenied, DiskFull as OutputFile. ObjectDoesNotExist if no TrueType font is installed.
 ///
 /// Sheet: the printable area leaves a quarter of an inch (360 twips) on each edge, as printers do; what a layout places
-/// beyond it still shows as far as the sheet goes. Landscape exchanges width and height. Orientation and paper hold
-/// from the page on that is open.
+/// beyond it still shows as far as the sheet goes. With the sheet as origin nothing is taken off. Landscape exchanges
+/// width and height. Orientation and paper hold from the page on that is open.
 ///
 /// Fonts: TrueType faces found by fontconfig and embedded, cut down to what was used. Families that are missing fall to
 /// those of the same advances (Times New Roman, Arial, Courier New and their older names), then to what fontconfig
@@ -46,8 +46,6 @@ std::unique_ptr<TextMeasure> MakeTextMeasure();
 
 /// Width and height in twips of a paper number in portrait; Letter for unknown numbers.
 struct PaperSize {
-    int number = 1;
-    std::string_view name = "Letter";
     double widthTwips = 12240;
     double heightTwips = 15840;
 };

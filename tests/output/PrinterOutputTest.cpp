@@ -24,6 +24,7 @@ struct Record {
     std::vector<Drawn> boxes;  // upper left corner, and colour and size as text
     std::vector<std::string> outline;
     bool isEnded = false;
+    bool isFromSheet = false;  // else from the printable area
 };
 
 /// A page of 20 lines; every letter is 120 twips wide and every line 240 high.
@@ -37,6 +38,7 @@ public:
     void SetTitle(std::string_view) override {}
     void SetOrientation(bool) override {}
     void SetPaperSize(int) override {}
+    void SetOrigin(PageOrigin origin) override { record_.isFromSheet = origin == PageOrigin::Sheet; }
     void SetFont(FontId) override {}
     void SetForeColor(int) override {}
     double CurrentX() const override { return x_; }
@@ -211,7 +213,9 @@ TEST(PrinterOutput, LabelsRunAcrossThenDownThenToANewSheet) {
         scene.Add(City, 1, 1, 4).PrimarySort = true;
         scene.GroupBy(0);
         std::vector<Drawn> amounts;
-        for (const Drawn& drawn : RunOn(scene, {.walk = walk}).texts)
+        const Record record = RunOn(scene, {.walk = walk});
+        EXPECT_TRUE(record.isFromSheet);
+        for (const Drawn& drawn : record.texts)
             if (drawn.text < "A") amounts.push_back(drawn);
         EXPECT_EQ(amounts, (std::vector<Drawn>{{1, 360 + 120, 960, "1"},
                                                {1, 4140 + 120, 960, "2"},

@@ -97,27 +97,5 @@ TEST(FontTest, ReplacementsAreSaidOnceEach) {
     EXPECT_EQ(target->FontSubstitutions().front().find("\"No Such Font\" is drawn with \""), 0U);
 }
 
-TEST(PaperSizeTest, NumbersOfTheTable) {
-    struct Case {
-        int number;
-        std::string_view name;
-        double width, height;
-    };
-    const Case cases[] = {{1, "Letter", 12240, 15840},
-                          {4, "Ledger", 24480, 15840},
-                          {5, "Legal", 12240, 20160},
-                          {16, "10 x 14", 14400, 20160},
-                          {20, "Envelope #10", 5940, 13680},
-                          {39, "US Standard Fanfold", 21420, 15840},
-                          {41, "German Legal Fanfold", 12240, 18720}};
-    for (const Case& c : cases) {
-        const PaperSize size = PaperSizeOf(c.number);
-        EXPECT_EQ(size.name, c.name);
-        EXPECT_EQ(size.widthTwips, c.width) << c.name;
-        EXPECT_EQ(size.heightTwips, c.height) << c.name;
-    }
-    for (const int unknown : {-1, 0, 8, 9, 17, 42, 1000000}) EXPECT_EQ(PaperSizeOf(unknown).number, 1) << unknown;
-}
-
 }  // namespace
 }  // namespace quillform::print

@@ -115,32 +115,6 @@ TEST(PdfDrawingTest, UnderlineRunsUnderTheWholeTextAndItsBlanks) {
     EXPECT_EQ(picture.Count(width + 20, 0, width + 500, height, {255, 0, 0}), 0);
 }
 
-TEST(PdfDrawingTest, SheetFollowsPaperAndOrientation) {
-    SKIP_WITHOUT("pdfinfo");
-    struct Case {
-        int paper;
-        bool landscape;
-        const char* size;
-        double scaleWidth, scaleHeight;
-    };
-    const Case cases[] = {{1, false, "612 x 792 pts", 11520, 15120},
-                          {1, true, "792 x 612 pts", 15120, 11520},
-                          {20, false, "297 x 684 pts", 5220, 12960},
-                          {999, false, "612 x 792 pts", 11520, 15120}};
-    for (const Case& c : cases) {
-        const ScratchFolder folder;
-        const auto target = MakePdfTarget(folder / "sheet.pdf", {});
-        target->SetOrientation(c.landscape);
-        target->SetPaperSize(c.paper);
-        EXPECT_DOUBLE_EQ(target->ScaleWidth(), c.scaleWidth);
-        EXPECT_DOUBLE_EQ(target->ScaleHeight(), c.scaleHeight);
-        target->Print("x");
-        target->EndDoc();
-        const std::string info = RunTool("pdfinfo " + Quoted(folder / "sheet.pdf")).output;
-        EXPECT_NE(info.find(c.size), std::string::npos) << info;
-    }
-}
-
 TEST(PdfDrawingTest, PlacesThatCannotBeDoNoHarm) {
     SKIP_WITHOUT("qpdf");
     const ScratchFolder folder;
