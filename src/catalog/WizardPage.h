@@ -3,6 +3,8 @@
 #include <string>
 #include <string_view>
 
+#include "model/DataAccess.h"
+
 namespace quillform {
 
 /// What a wizard page asks for; decides which controls are on it.
@@ -17,6 +19,38 @@ enum class WizardButtonType {
 /// How a page was left. Set beforehand, Yes and No say which of the two buttons has the focus.
 enum class WizardResponse { Yes = 0, No = 1, Next = 3, Back = 4 };
 
+/// The questions of a walk.
+enum class WizardQuestion {
+    Table,
+    Include,
+    Raw,
+    Description,
+    NumberMask,
+    DateMask,
+    DateQuestion,
+    MaskCount,
+    TextDateMask,
+    TextMask,
+    FormulaQuestion,
+    FormulaList,
+    Position,
+    Length,
+    FormulaMask,
+    Alias,
+    FormulaDescription,
+    Link,
+    LinkColumns,
+};
+
+/// What a page is about, for pages that nobody reads. The pointers hold while the page is shown.
+struct WizardTopic {
+    WizardQuestion question = WizardQuestion::Table;
+    const TableDef* table = nullptr;
+    const Field* field = nullptr;      ///< null on the table page and in questions about links
+    const TableDef* second = nullptr;  ///< the other table of a link, else null
+    int pass = 1;                      ///< which mask of a date, which formula of a field
+};
+
 /// The one question-and-answer page of a configuration, reused for every question. It knows nothing of the catalog: the
 /// walk sets its properties, shows it, and reads the answer. The form, a script and an answers file stand behind it.
 ///
@@ -26,6 +60,8 @@ class WizardPage {
 public:
     virtual ~WizardPage() = default;
 
+    /// Said before anything else of a page. A form has no need of it.
+    virtual void SetTopic(const WizardTopic&) {}
     virtual void SetButtonType(WizardButtonType type) = 0;
     virtual void SetButtonResponse(WizardResponse response) = 0;
     /// With ColumnLists: fills the first list with the columns of the table; the formula lists fill it with their
