@@ -11,7 +11,6 @@ namespace {
 
 constexpr int noFill = 15;            // back colours from here on draw no box
 constexpr std::size_t pageText = 40;  // blanks that fill up a short text on a page
-constexpr double twipsPerInch = 1440;
 constexpr std::string_view defaultFont = "Times New Roman";
 
 bool IsPresent(const std::vector<std::string>& fonts, std::string_view wanted) {
@@ -42,15 +41,6 @@ std::string TitleOf(const Layout& layout) {
     return std::filesystem::path(std::string(FileNameOf(layout.strLayoutFile))).stem().string();
 }
 
-std::vector<double> Edges(int count, float size, float gap, float margin) {
-    std::vector<double> edges;
-    for (int k = 0; k < count; ++k) {
-        const double inches = (static_cast<double>(size) + static_cast<double>(gap)) * k + static_cast<double>(margin);
-        edges.push_back(std::max(inches, 0.0) * twipsPerInch);
-    }
-    return edges;
-}
-
 }  // namespace
 
 bool PrinterOutput::Open(const OutputContext& context) {
@@ -76,7 +66,7 @@ bool PrinterOutput::Open(const OutputContext& context) {
         const FontId font = target_->Font(FontOf(item));
         fonts_.push_back({font, target_->TextHeight(font)});
     }
-    if (context.layout.settings.boolLabels) BuildLabels(context.layout.settings);
+    if (context.layout.settings.boolLabels) labels_.emplace(context.layout.settings);
     return true;
 }
 
@@ -95,17 +85,6 @@ void PrinterOutput::ReplaceMissingFonts(const OutputContext& context) {
     }
 }
 
-void PrinterOutput::BuildLabels(const ReportSettings& settings) {
-    LabelSheet sheet;
-    sheet.left =
-        Edges(settings.intLabelsAcross, settings.sngLabelWidth, settings.sngHorizontalGap, settings.sngLeftMargin);
-    sheet.top = Edges(settings.intLabelsDown, settings.sngLabelHeight, settings.sngVerticalGap, settings.sngTopMargin);
-    if (sheet.left.empty() || sheet.top.empty())
-        throw RunTimeError(ErrorNumber::SubscriptOutOfRange,
-                           "The label sheet has no labels: labels across and labels down must be 1 or more.");
-    labels_ = std::move(sheet);
-}
-
 void PrinterOutput::Close(Ending ending) {
     if (ending == Ending::Stopped && !mayLeaveStopped_) {
         target_.reset();
@@ -116,25 +95,14 @@ void PrinterOutput::Close(Ending ending) {
     target_.reset();
 }
 
-/// Moves on to the next label: across the sheet, then down, then to a new sheet.
 void PrinterOutput::BeginRecord(RunVariables&) {
-    if (!labels_) return;
-    LabelSheet& sheet = *labels_;
-    if (sheet.isFirst) {
-        sheet.isFirst = false;
-        return;
-    }
-    if (++sheet.column < sheet.left.size()) return;
-    sheet.column = 0;
-    if (++sheet.row < sheet.top.size()) return;
-    sheet.row = 0;
-    target_->NewPage();
+    if (labels_ && labels_->Advance() == LabelSheet::Step::NextSheet) target_->NewPage();
 }
 
 void PrinterOutput::BeginDetail(RunVariables& run) {
     if (!labels_) return;
     const int count = layout_->Fields.Count();
-    run.LineHolder = labels_->top[labels_->row];
+    run.LineHolder = labels_->Top();
     double height = lineHeight_;
     if (count > 0) {
         const clssFields& item = layout_->Fields.Item(run.HeadEnd >= 1 && run.HeadEnd <= count ? run.HeadEnd : 1);

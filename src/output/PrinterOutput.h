@@ -7,6 +7,7 @@
 #include <type_traits>
 #include <vector>
 
+#include "output/LabelSheet.h"
 #include "output/TargetFile.h"
 #include "print/PdfTarget.h"
 
@@ -41,22 +42,12 @@ public:
     void PlaceItem(RunVariables& run, const PlacedItem& placed, std::string& line) override;
 
 private:
-    /// Where the labels of a sheet stand, in twips, and which one the record is on (from 0).
-    struct LabelSheet {
-        std::vector<double> left;
-        std::vector<double> top;
-        std::size_t row = 0;
-        std::size_t column = 0;
-        bool isFirst = true;
-    };
-
     void ReplaceMissingFonts(const OutputContext& context);
-    void BuildLabels(const ReportSettings& settings);
     bool LinesLeft(int lines) const;
     double AlignedX(const PlacedItem& placed) const;
     void DrawText(const PlacedItem& placed);
     void AnnounceGroups();
-    double LabelLeft() const { return labels_ ? labels_->left[labels_->column] : 0; }
+    double LabelLeft() const { return labels_ ? labels_->Left() : 0; }
 
     struct ItemFont {
         FontId id{};
