@@ -197,21 +197,53 @@ bool IndexTree::Remove(const std::string& entry) {
     std::vector<std::string>& entries = leaf.node.entries;
     if (leaf.child >= entries.size() || entries[leaf.child] != entry) return false;
     entries.erase(entries.begin() + static_cast<std::ptrdiff_t>(leaf.child));
-    if (entries.empty() && path.size() > 1) return false;
-    if (leaf.child == entries.size()) {
-        // The key above the leaf, wherever that stands, follows its last entry.
-        for (std::size_t i = path.size() - 1; i-- > 0;) {
-            Step& step = path[i];
-            if (step.child == step.node.entries.size()) continue;
-            std::string& above = step.node.entries[step.child];
-            above = InnerEntry(entries.back(), ChildOf(above));
-            if (!FitsOnPage(step.node, file_.Form())) return false;
-            WriteIndexNode(file_, step.page, step.node);
-            break;
-        }
-    }
+    if (entries.empty() && path.size() > 1) return RemoveLeaf(std::move(path));
     WriteIndexNode(file_, leaf.page, leaf.node);
+    if (path.size() > 1 && leaf.child == entries.size()) {
+        const std::string last = entries.back();
+        path.pop_back();
+        LowerKeyAbove(std::move(path), last);
+    }
     return true;
+}
+
+/// The last entry under the end of the path is a lower one now: the key that stands for it, on whatever level, follows.
+void IndexTree::LowerKeyAbove(Path path, std::string_view last) {
+    while (!path.empty() && path.back().child == path.back().node.entries.size()) path.pop_back();
+    if (path.empty()) return;
+    Step& step = path.back();
+    std::string& above = step.node.entries[step.child];
+    above = InnerEntry(last, ChildOf(above));
+    // A key that is too high still leads to the right page, so it may stay where the lower one finds no room.
+    if (FitsOnPage(step.node, file_.Form())) WriteIndexNode(file_, step.page, step.node);
+}
+
+/// Takes a leaf whose last entry goes out of the tree. False, and nothing changed, if its parent would have a single
+/// child then, a shape that the engine was never seen to make.
+bool IndexTree::RemoveLeaf(Path path) {
+    const Step leaf = std::move(path.back());
+    path.pop_back();
+    IndexNode& parent = path.back().node;
+    if (parent.entries.size() < 2) return false;
+    const bool isTail = path.back().child == parent.entries.size();
+    const std::string last(LeafPartOf(parent.entries.back()));
+    if (isTail) parent.tail = ChildOf(parent.entries.back());
+    parent.entries.erase(parent.entries.begin() + static_cast<std::ptrdiff_t>(path.back().child) - (isTail ? 1 : 0));
+    LinkLeaves(leaf.node.previous, leaf.node.next);
+    WriteIndexNode(file_, path.back().page, parent);
+    RemoveFromMap(file_, tree_.map, leaf.page);
+    allocator_.Free(leaf.page);
+    path.pop_back();
+    if (isTail) LowerKeyAbove(std::move(path), last);
+    return true;
+}
+
+/// Makes two leaves neighbours; 0 is the end of the chain.
+void IndexTree::LinkLeaves(std::uint32_t left, std::uint32_t right) {
+    for (const std::uint32_t page : {left, right})
+        if (page != 0 && file_.Read(page)[0] != leafNode) Damaged("the leaves of an index don't end");
+    if (left != 0) PutU32(file_.Modify(left) + file_.Form().nodeNext, right);
+    if (right != 0) PutU32(file_.Modify(right) + file_.Form().nodePrevious, left);
 }
 
 std::uint32_t IndexTree::NewPage() {

@@ -57,6 +57,9 @@ private:
     bool ApplySingly(const TreeChanges& changes);
     bool Insert(const std::string& entry);
     bool Remove(const std::string& entry);
+    bool RemoveLeaf(Path path);
+    void LowerKeyAbove(Path path, std::string_view last);
+    void LinkLeaves(std::uint32_t left, std::uint32_t right);
     bool Split(Path path);
     void SplitRoot(IndexNode left, IndexNode right, std::string_view separator);
     bool AddToParent(Path path, std::string_view separator, std::uint32_t left, std::uint32_t right);
