@@ -7,13 +7,12 @@
 #include <chrono>
 #include <system_error>
 #include <thread>
-#include <vector>
 
 #include "data/jet/Journal.h"
 
 namespace quillform::jet {
 
-enum class DiskFile::Lock : short { Shared = F_RDLCK, Exclusive = F_WRLCK };
+enum class DiskFile::Lock : short { None = F_UNLCK, Shared = F_RDLCK, Exclusive = F_WRLCK };
 
 namespace {
 
@@ -78,6 +77,8 @@ void DiskFile::Recover() {
         throw RunTimeError(ErrorNumber::NoPermission,
                            "\"" + path_.string() +
                                "\" was left in the middle of a change, and there is no permission to put it right.");
+    // Two programs that open the file now would wait for each other if each kept its share.
+    TryLock(Lock::None);
     if (!WaitForLock(Lock::Exclusive)) FailLocked(path_, "another program, and a change to it was left unfinished");
     PlayBack(path_, file_);
     TryLock(Lock::Shared);
@@ -103,21 +104,27 @@ void DiskFile::StartWriting() {
     if (!WaitForLock(Lock::Exclusive)) FailLocked(path_, "another program");
 }
 
+void DiskFile::ReadAt(std::uint64_t offset, std::span<std::uint8_t> out) const {
+    if (isHalfWritten_)
+        throw RunTimeError(ErrorNumber::DiskError, "\"" + path_.string() +
+                                                       "\" was left in the middle of a change that couldn't be taken "
+                                                       "back; close it and open it again.");
+    file_.ReadAt(offset, out);
+}
+
 void DiskFile::StopWriting() { TryLock(Lock::Shared); }
 
 void DiskFile::Replace(std::span<const PageImage> images, std::uint64_t newSize) {
-    const std::uint64_t oldSize = file_.Size();
-    std::vector<std::uint64_t> pages;
-    for (const PageImage& image : images)
-        if (image.offset + image.bytes.size() <= oldSize) pages.push_back(image.offset);
-    WriteJournal(path_, file_, pages, images.front().bytes.size());
+    WriteJournal(path_, file_, images, newSize);
     try {
         for (const PageImage& image : images) file_.WriteAt(image.offset, image.bytes);
         if (newSize != file_.Size()) file_.Resize(newSize);
         file_.Sync();
         RemoveJournal(path_);
     } catch (...) {
+        isHalfWritten_ = true;
         PlayBack(path_, file_);  // if this fails too, the next open does it
+        isHalfWritten_ = false;
         throw;
     }
 }

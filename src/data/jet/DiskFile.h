@@ -16,7 +16,7 @@ public:
     explicit DiskFile(const std::filesystem::path& path);
 
     std::uint64_t Size() const override { return file_.Size(); }
-    void ReadAt(std::uint64_t offset, std::span<std::uint8_t> out) const override { file_.ReadAt(offset, out); }
+    void ReadAt(std::uint64_t offset, std::span<std::uint8_t> out) const override;
     bool IsReadOnly() const override { return isReadOnly_; }
     void StartWriting() override;
     void Replace(std::span<const PageImage> images, std::uint64_t newSize) override;
@@ -33,6 +33,7 @@ private:
     std::filesystem::path path_;
     FileHandle file_{};
     bool isReadOnly_ = false;
+    bool isHalfWritten_ = false;  // a commit failed, and so did taking it back
 };
 
 }  // namespace quillform::jet

@@ -1,10 +1,12 @@
 #include "data/jet/JetStorage.h"
 
+#include <fcntl.h>
 #include <sys/stat.h>
 
 #include <algorithm>
 #include <array>
 #include <cerrno>
+#include <cstdio>
 #include <fstream>
 #include <map>
 #include <mutex>
@@ -13,6 +15,7 @@
 
 #include "data/jet/DiskFile.h"
 #include "data/jet/JetDatabase.h"
+#include "data/jet/Journal.h"
 #include "platform/Clock.h"
 
 namespace quillform::jet {
@@ -45,6 +48,22 @@ void RespectPassword(const JetDatabase& database) {
         throw RunTimeError(
             ErrorNumber::PasswordRequired,
             "\"" + database.Path() + "\" has a database password; take it off in Access to use the file here.");
+}
+
+[[noreturn]] void FailCreate(const std::filesystem::path& path, int error) {
+    throw RunTimeError(
+        error == ENOENT ? ErrorNumber::PathNotFound : ErrorNumber::PermissionDenied,
+        "The database \"" + path.string() + "\" can't be made: " + std::generic_category().message(error) + ".");
+}
+
+/// Renames a finished file, but not over another one.
+void GiveName(const std::filesystem::path& file, const std::filesystem::path& name) {
+    if (::renameat2(AT_FDCWD, file.c_str(), AT_FDCWD, name.c_str(), RENAME_NOREPLACE) == 0) return;
+    if (errno != EINVAL && errno != ENOSYS) FailCreate(name, errno);
+    // A file system that can't do both at once.
+    std::error_code ignored;
+    if (std::filesystem::exists(name, ignored)) FailCreate(name, EEXIST);
+    if (::rename(file.c_str(), name.c_str()) != 0) FailCreate(name, errno);
 }
 
 }  // namespace
@@ -84,20 +103,21 @@ std::shared_ptr<data::Storage> Open(const std::filesystem::path& path, Access ac
 
 std::shared_ptr<data::Storage> Create(const std::filesystem::path& path, Format format) {
     const std::vector<std::uint8_t> bytes = JetDatabase::MakeEmpty(format, SystemClock().Now());
-    {
-        FileHandle file(path, FileHandle::Mode::CreateNew);
-        if (!file.IsOpen())
-            throw RunTimeError(file.OpenError() == ENOENT ? ErrorNumber::PathNotFound : ErrorNumber::PermissionDenied,
-                               "The database \"" + path.string() +
-                                   "\" can't be made: " + std::generic_category().message(file.OpenError()) + ".");
-        try {
-            file.WriteAt(0, bytes);
-            file.Sync();
-        } catch (...) {
-            std::error_code ignored;
-            std::filesystem::remove(path, ignored);
-            throw;
-        }
+    std::error_code ignored;
+    if (std::filesystem::exists(path, ignored)) FailCreate(path, EEXIST);
+    const std::filesystem::path unfinished = path.string() + "-new";
+    std::filesystem::remove(unfinished, ignored);  // of a program that died while it made one
+    FileHandle file(unfinished, FileHandle::Mode::CreateNew);
+    if (!file.IsOpen()) FailCreate(path, file.OpenError());
+    try {
+        file.WriteAt(0, bytes);
+        file.Sync();
+        RemoveJournal(path);  // of a database that was there before and is gone
+        GiveName(unfinished, path);
+        SyncFolder(path.parent_path());
+    } catch (...) {
+        std::filesystem::remove(unfinished, ignored);
+        throw;
     }
     return Open(path, Access::ReadWrite);
 }
