@@ -9,13 +9,78 @@
 namespace quillform::data {
 
 DynasetRecordset::DynasetRecordset(std::shared_ptr<SharedFile> file, std::size_t table, std::vector<int> columns,
-                                   ColumnNames names, std::vector<RowId> rows, bool isReadOnly)
+                                   ColumnNames names, Select select, bool isReadOnly)
     : file_(std::move(file)),
       table_(table),
+      tableName_(file_->storage->Tables()[table].Name),
+      tableFields_(file_->storage->Tables()[table].Fields),
+      tablesSeen_(file_->storage->TablesChangeCount()),
       columns_(std::move(columns)),
       names_(std::move(names)),
-      rows_(std::move(rows)),
-      isReadOnly_(isReadOnly) {}
+      select_(std::move(select)),
+      changesSeen_(file_->storage->ChangeCount()),
+      isReadOnly_(isReadOnly) {
+    if (select_) rows_ = select_();
+}
+
+/// Tables move, and some go, when others are made or dropped.
+void DynasetRecordset::FindTable() const {
+    const Storage& storage = *file_->storage;
+    if (tablesSeen_ == storage.TablesChangeCount()) return;
+    reader_.reset();
+    isRead_ = false;
+    const auto found = std::ranges::find_if(storage.Tables(), [this](const TableDef& table) {
+        return table.Name == tableName_ && table.Fields == tableFields_;
+    });
+    if (found == storage.Tables().end())
+        throw RunTimeError(ErrorNumber::TableNotFound,
+                           "The table \"" + tableName_ + "\" of an open record set isn't there any more.");
+    table_ = static_cast<std::size_t>(found - storage.Tables().begin());
+    tablesSeen_ = storage.TablesChangeCount();
+}
+
+const TableDef& DynasetRecordset::Definition() const {
+    FindTable();
+    return file_->storage->Tables()[table_];
+}
+
+/// Runs a change of this record set's own, which it need not look for afterwards.
+template <class Work>
+auto DynasetRecordset::ChangeRows(Work work) {
+    FindTable();
+    struct Note {
+        DynasetRecordset& rows;
+        bool wasSeen;
+        ~Note() {
+            if (wasSeen) rows.changesSeen_ = rows.file_->storage->ChangeCount();
+        }
+    } note{*this, changesSeen_ == file_->storage->ChangeCount()};
+    return file_->cache.ChangeRows(table_, work);
+}
+
+void DynasetRecordset::TakeInOthers() {
+    if (!select_ || changesSeen_ == file_->storage->ChangeCount()) return;
+    FindTable();
+    const RowId current = isOnDeleted_ || IsEOF() || IsBOF() ? RowId{-1} : CurrentId();
+    const std::vector<RowId> chosen = select_();
+    const std::shared_ptr<CachedTable> table = file_->cache.Get(table_);
+    // A row that no longer meets the conditions stays as long as it is there.
+    std::erase_if(rows_, [&](RowId id) { return id != current && table->Find(id) == noRow; });
+    const std::unordered_set<RowId> known(rows_.begin(), rows_.end());
+    std::ranges::copy_if(chosen, std::back_inserter(rows_), [&known](RowId id) { return !known.contains(id); });
+    if (current != -1) row_ = std::ranges::find(rows_, current) - rows_.begin();
+    changesSeen_ = file_->storage->ChangeCount();
+}
+
+void DynasetRecordset::MoveFirst() {
+    TakeInOthers();
+    MoveTo(0);
+}
+
+void DynasetRecordset::MoveLast() {
+    TakeInOthers();
+    MoveTo(Count() > 0 ? Count() - 1 : 0);
+}
 
 void DynasetRecordset::MoveTo(std::int64_t row) {
     mode_ = Mode::Look;
@@ -58,6 +123,7 @@ ValueView DynasetRecordset::Value(int column) const {
     if (mode_ != Mode::Look && edited_[i]) return *edited_[i];
     if (mode_ == Mode::Add) return {};
     const RowId id = CurrentId();
+    FindTable();
     if (!isRead_) {
         if (!reader_) reader_ = file_->storage->Rows(table_).Reader();
         if (!reader_->Read(id))
@@ -106,7 +172,7 @@ void DynasetRecordset::Insert() {
         if (fields[i].Type == FieldType::Boolean) values[i] = quillform::Value::Boolean(false);
     for (std::size_t i = 0; i < columns_.size(); ++i)
         if (edited_[i]) values[static_cast<std::size_t>(columns_[i])] = *edited_[i];
-    lastModified_ = file_->cache.ChangeRows(table_, [&](StoredTable& rows) { return rows.Insert(values); });
+    lastModified_ = ChangeRows([&](StoredTable& rows) { return rows.Insert(values); });
     const bool wasEOF = IsEOF();
     rows_.push_back(lastModified_);
     if (wasEOF && rows_.size() > 1) row_ = Count();  // the current record stays what it was
@@ -117,7 +183,7 @@ void DynasetRecordset::Change() {
     for (std::size_t i = 0; i < columns_.size(); ++i)
         if (edited_[i]) changes.emplace_back(columns_[i], *edited_[i]);
     const RowId id = CurrentId();
-    if (!changes.empty()) file_->cache.ChangeRows(table_, [&](StoredTable& rows) { rows.Update(id, changes); });
+    if (!changes.empty()) ChangeRows([&](StoredTable& rows) { rows.Update(id, changes); });
     lastModified_ = id;
 }
 
@@ -129,7 +195,7 @@ void DynasetRecordset::CancelUpdate() {
 void DynasetRecordset::Delete() {
     CheckWritable();
     const RowId id = CurrentId();
-    file_->cache.ChangeRows(table_, [&](StoredTable& rows) { rows.Delete(id); });
+    ChangeRows([&](StoredTable& rows) { rows.Delete(id); });
     rows_.erase(rows_.begin() + row_);
     mode_ = Mode::Look;
     isRead_ = false;
@@ -138,6 +204,7 @@ void DynasetRecordset::Delete() {
 
 void DynasetRecordset::FindFirst(std::string_view criteria) {
     const sql::PreparedStatement statement = sql::PrepareCriteria(criteria, Definition(), file_->CurrentYear());
+    TakeInOthers();
     const std::vector<RowId> found = file_->runner.SelectRowIds(statement, table_);
     const std::unordered_set<RowId> wanted(found.begin(), found.end());
     const auto first = std::ranges::find_if(rows_, [&](RowId id) { return wanted.contains(id); });

@@ -1,7 +1,9 @@
 #pragma once
 
+#include <functional>
 #include <memory>
 #include <optional>
+#include <string>
 #include <vector>
 
 #include "data/SharedFile.h"
@@ -10,19 +12,23 @@
 namespace quillform::data {
 
 /// Rows of one table by their identities. Each row is read when it becomes current, so what other handles changed
-/// shows.
+/// shows. MoveFirst, MoveLast and FindFirst also take in the rows that others added since, behind those that were
+/// there, and let go of those that others deleted.
 class DynasetRecordset final : public Recordset {
 public:
-    /// `columns[i]` is the table's column behind result column i.
+    using Select = std::function<std::vector<RowId>()>;
+
+    /// `columns[i]` is the table's column behind result column i. `select` gives the rows; without it the record set
+    /// begins empty and holds only what is added through it.
     DynasetRecordset(std::shared_ptr<SharedFile> file, std::size_t table, std::vector<int> columns, ColumnNames names,
-                     std::vector<RowId> rows, bool isReadOnly);
+                     Select select, bool isReadOnly);
 
     bool IsEOF() const override { return row_ >= Count(); }
     bool IsBOF() const override { return row_ < 0 || Count() == 0; }
-    void MoveFirst() override { MoveTo(0); }
+    void MoveFirst() override;
     void MoveNext() override;
     void MovePrevious() override;
-    void MoveLast() override { MoveTo(Count() > 0 ? Count() - 1 : 0); }
+    void MoveLast() override;
     std::int64_t RecordCount() const override { return Count(); }
 
     const std::vector<Field>& Fields() const override { return names_.fields; }
@@ -48,16 +54,25 @@ private:
     std::int64_t Count() const { return static_cast<std::int64_t>(rows_.size()); }
     RowId CurrentId() const;
     void MoveTo(std::int64_t row);
+    void TakeInOthers();
+    void FindTable() const;
+    template <class Work>
+    auto ChangeRows(Work work);
     void CheckColumn(int column) const;
     void CheckWritable() const;
     void Insert();
     void Change();
-    const TableDef& Definition() const { return file_->storage->Tables()[table_]; }
+    const TableDef& Definition() const;
 
     std::shared_ptr<SharedFile> file_;
-    std::size_t table_;
+    mutable std::size_t table_;  // moves when other tables are made or dropped
+    std::string tableName_;
+    std::vector<Field> tableFields_;
+    mutable std::uint64_t tablesSeen_;
     std::vector<int> columns_;
     ColumnNames names_;
+    Select select_;
+    std::uint64_t changesSeen_;
     std::vector<RowId> rows_;
     bool isReadOnly_;
     std::int64_t row_ = 0;

@@ -68,7 +68,8 @@ public:
         if (statement.kind != sql::StatementKind::Select)
             throw RunTimeError(ErrorNumber::InvalidArgument,
                                "Only a SELECT statement gives records; run this one by Execute.");
-        return type == RecordsetType::Dynaset ? OpenDynaset(statement, option) : OpenSnapshot(statement);
+        return type == RecordsetType::Dynaset ? OpenDynaset(statement, std::string(source), option)
+                                              : OpenSnapshot(statement);
     }
 
     std::int64_t Execute(std::string_view statement) override {
@@ -103,22 +104,32 @@ private:
         return std::make_unique<SnapshotRecordset>(std::move(*result), NamesOf(statement, TableDefs()));
     }
 
-    std::unique_ptr<Recordset> OpenDynaset(const sql::PreparedStatement& statement, RecordsetOption option) {
+    /// The rows that a statement over one table gives, prepared anew, for tables may have moved since it was.
+    static std::vector<RowId> RowsOf(SharedFile& file, const std::string& source) {
+        const sql::PreparedStatement statement = sql::Prepare(source, file.storage->Tables(), file.CurrentYear());
+        std::optional<std::vector<RowId>> rows = DirectRows(*statement.select, file.cache);
+        if (!rows) RefuseDynaset();
+        return std::move(*rows);
+    }
+
+    [[noreturn]] static void RefuseDynaset() {
+        throw RunTimeError(ErrorNumber::NotSupported,
+                           "A dynaset shows rows of one table, without computed columns, groups or joins; open the "
+                           "statement as a snapshot.");
+    }
+
+    std::unique_ptr<Recordset> OpenDynaset(const sql::PreparedStatement& statement, std::string source,
+                                           RecordsetOption option) {
         std::vector<int> columns;
         for (const auto& origin : statement.origins)
             if (origin.table == 0) columns.push_back(origin.column);
-        const bool isOneTable = statement.tables.size() == 1 && columns.size() == statement.columns.size();
-        std::optional<std::vector<RowId>> rows;
-        if (isOneTable && option == RecordsetOption::AppendOnly)
-            rows.emplace();
-        else if (isOneTable)
-            rows = DirectRows(*statement.select, file_->cache);
-        if (!rows)
-            throw RunTimeError(ErrorNumber::NotSupported,
-                               "A dynaset shows rows of one table, without computed columns, groups or joins; open the "
-                               "statement as a snapshot.");
+        if (statement.tables.size() != 1 || columns.size() != statement.columns.size()) RefuseDynaset();
+        DynasetRecordset::Select select;
+        // The record set that holds the closure holds the file too.
+        if (option != RecordsetOption::AppendOnly)
+            select = [file = file_.get(), text = std::move(source)] { return RowsOf(*file, text); };
         return std::make_unique<DynasetRecordset>(file_, statement.tables[0], std::move(columns),
-                                                  NamesOf(statement, TableDefs()), std::move(*rows), isReadOnly_);
+                                                  NamesOf(statement, TableDefs()), std::move(select), isReadOnly_);
     }
 
     void ForgetTables() {

@@ -72,12 +72,15 @@ public:
     /// Facts about the file for people: format, version, code page, ... one "name: value" per entry.
     virtual std::vector<std::pair<std::string, std::string>> Facts() const = 0;
 
-    // Nested calls count; the outermost commit writes.
+    // Nested calls count: the outermost commit writes, a rollback drops what came since the Begin that it belongs to.
     virtual void Begin() = 0;
     virtual void Commit() = 0;
     virtual void Rollback() = 0;
     /// Raised by each change, so that caches over the tables know when they are stale.
     virtual std::uint64_t ChangeCount() const = 0;
+    /// Raised when tables are made or dropped, or may come back by a rollback: positions in Tables() and what Rows()
+    /// gave must be asked for again.
+    virtual std::uint64_t TablesChangeCount() const = 0;
 };
 
 }  // namespace quillform::data

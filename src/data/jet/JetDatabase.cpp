@@ -16,11 +16,12 @@ JetDatabase::JetDatabase(std::unique_ptr<FileAccess> file, std::string name, Acc
 }
 
 JetDatabase::~JetDatabase() {
-    if (file_.InTransaction()) file_.Rollback();
+    while (file_.InTransaction()) file_.Rollback();
 }
 
 /// The catalogue lists the tables by name, since that is how its index over the container and the name gives them.
 void JetDatabase::ReadTables() {
+    ++tablesChanges_;
     std::vector<Entry> entries;
     for (CatalogEntry& object : ReadCatalog(file_)) {
         if (!object.IsTable()) continue;
@@ -141,12 +142,28 @@ void JetDatabase::DropTable(std::string_view name) {
 void JetDatabase::Begin() {
     if (!mayWrite_)
         throw RunTimeError(ErrorNumber::ReadOnly, "The database \"" + name_ + "\" was opened for reading only.");
+    const bool isInner = file_.InTransaction();
+    // An inner level goes back to what the pages hold, so nothing may be kept beside them.
+    if (isInner) FinishTables();
     file_.Begin();
+    if (isInner) inner_.push_back({isBroken_, madeTables_.size()});
+}
+
+void JetDatabase::FinishTables() {
+    try {
+        for (JetTable* table : touched_) table->Finish();
+    } catch (...) {
+        isBroken_ = true;
+        throw;
+    }
 }
 
 void JetDatabase::Commit() {
     if (!file_.InTransaction()) throw RunTimeError(ErrorNumber::InvalidProcedureCall, "No transaction is open.");
-    if (file_.Depth() > 1) return file_.Commit();
+    if (file_.Depth() > 1) {
+        inner_.pop_back();
+        return file_.Commit();
+    }
     if (isBroken_) {
         Rollback();
         throw RunTimeError(
@@ -154,7 +171,7 @@ void JetDatabase::Commit() {
             "A change to \"" + name_ + "\" stopped half-way; all changes of the transaction were taken back.");
     }
     try {
-        for (JetTable* table : touched_) table->Finish();
+        FinishTables();
         file_.Commit();
     } catch (...) {
         Rollback();
@@ -167,23 +184,40 @@ void JetDatabase::Commit() {
 
 void JetDatabase::Rollback() {
     if (!file_.InTransaction()) return;
+    if (file_.Depth() > 1) return RollbackInner();
     file_.Rollback();
-    allocator_.Forget();
     isBroken_ = false;
+    ForgetTouched(0);
+    tablesChanged_ = false;
+    touched_.clear();
+}
+
+void JetDatabase::RollbackInner() {
+    const Level level = inner_.back();
+    inner_.pop_back();
+    file_.Rollback();
+    isBroken_ = level.wasBroken;
+    ForgetTouched(level.madeTables);
+}
+
+/// Brings what is kept beside the pages in line with them after a rollback. `firstMade`: the tables made from there on
+/// are gone.
+void JetDatabase::ForgetTouched(std::size_t firstMade) {
+    allocator_.Forget();
     ++changes_;
     // A table of before may have been dropped, and its page gone to a new one: that must not stand in for it.
+    const auto gone = madeTables_.begin() + static_cast<std::ptrdiff_t>(firstMade);
     for (Entry& entry : entries_) {
-        if (std::find(madeTables_.begin(), madeTables_.end(), entry.object.id) == madeTables_.end()) continue;
+        if (std::find(gone, madeTables_.end(), entry.object.id) == madeTables_.end()) continue;
         std::erase(touched_, entry.rows.get());
         entry.rows.reset();
     }
-    madeTables_.clear();
-    if (std::exchange(tablesChanged_, false)) ReadTables();
-    // Tables that the transaction made are gone by now, so only those that stayed are looked at.
+    madeTables_.erase(gone, madeTables_.end());
+    if (tablesChanged_) ReadTables();
+    // Tables that were made are gone by now, so only those that stayed are looked at.
     for (Entry& entry : entries_)
         if (entry.rows && std::find(touched_.begin(), touched_.end(), entry.rows.get()) != touched_.end())
             entry.rows->Forget();
-    touched_.clear();
 }
 
 void JetDatabase::Run(const std::function<void()>& change) {

@@ -31,6 +31,7 @@ public:
     void Commit() override;
     void Rollback() override;
     std::uint64_t ChangeCount() const override { return changes_; }
+    std::uint64_t TablesChangeCount() const override { return tablesChanges_; }
 
     /// The bytes of a database without tables of its own. `created` is in days since 1899-12-30.
     static std::vector<std::uint8_t> MakeEmpty(Format format, double created);
@@ -52,6 +53,9 @@ private:
     void Run(const std::function<void()>& change) override;
     void Write(JetTable& table, const std::function<void()>& work) override;
 
+    void FinishTables();
+    void RollbackInner();
+    void ForgetTouched(std::size_t firstMade);
     void ReadTables();
     TableDef ReadTable(Entry& entry) const;
     int Find(std::string_view name) const;
@@ -65,11 +69,19 @@ private:
     bool mayWrite_;
     std::vector<TableDef> definitions_{};
     std::vector<Entry> entries_{};
+    /// What an inner level of the open transaction goes back to, beside the pages.
+    struct Level {
+        bool wasBroken;
+        std::size_t madeTables;
+    };
+
     std::vector<JetTable*> touched_{};        // by the open transaction
+    std::vector<Level> inner_{};              // its inner levels
     bool isBroken_ = false;                   // a change of the open transaction stopped half-way
     std::vector<std::int32_t> madeTables_{};  // by the open transaction
     bool tablesChanged_ = false;              // the open transaction made or dropped tables
     std::uint64_t changes_ = 0;
+    std::uint64_t tablesChanges_ = 0;
 };
 
 }  // namespace quillform::jet

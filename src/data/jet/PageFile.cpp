@@ -106,13 +106,20 @@ std::uint32_t PageFile::Append() {
 }
 
 void PageFile::Begin() {
-    if (depth_ == 0) file_->StartWriting();
+    if (depth_ == 0) {
+        file_->StartWriting();
+    } else {
+        Level level{{}, pages_.size()};
+        for (const std::uint32_t page : dirty_) level.dirty.emplace_back(page, pages_[page].bytes);
+        inner_.push_back(std::move(level));
+    }
     ++depth_;
 }
 
 void PageFile::Commit() {
     if (depth_ > 1) {
         --depth_;
+        inner_.pop_back();
         return;
     }
     WriteChanges();
@@ -141,14 +148,30 @@ void PageFile::WriteChanges() {
     if (!images.empty()) file_->Replace(images, static_cast<std::uint64_t>(PageCount()) * size);
 }
 
-void PageFile::Rollback() {
+void PageFile::ForgetChanges(std::size_t pageCount) {
     for (const std::uint32_t page : dirty_) {
         pages_[page] = {};
         --loaded_;
     }
     dirty_.clear();
-    pages_.resize(storedPages_);
+    pages_.resize(pageCount);
     evictHand_ = 0;
+}
+
+void PageFile::Rollback() {
+    if (depth_ > 1) {
+        const Level level = std::move(inner_.back());
+        inner_.pop_back();
+        ForgetChanges(level.pageCount);
+        for (const auto& [page, bytes] : level.dirty) {
+            if (!pages_[page].bytes) ++loaded_;
+            pages_[page] = {bytes, true, true};
+            dirty_.push_back(page);
+        }
+        --depth_;
+        return;
+    }
+    ForgetChanges(storedPages_);
     if (depth_ > 0) file_->StopWriting();
     depth_ = 0;
 }

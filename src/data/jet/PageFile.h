@@ -4,6 +4,7 @@
 #include <filesystem>
 #include <memory>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "data/jet/Bytes.h"
@@ -42,11 +43,17 @@ public:
     /// Locked or ReadOnly if nothing can be written.
     void Begin();
     void Commit();
-    /// Ends all levels and forgets their changes.
+    /// Ends the innermost level and forgets the changes since its Begin.
     void Rollback();
 
 private:
     using Buffer = std::shared_ptr<std::uint8_t[]>;
+
+    /// What an inner level goes back to. Holding the buffers makes later changes go to copies.
+    struct Level {
+        std::vector<std::pair<std::uint32_t, Buffer>> dirty;
+        std::size_t pageCount;
+    };
 
     struct Slot {
         Buffer bytes{};
@@ -58,6 +65,7 @@ private:
     void Decode(std::uint32_t page, std::uint8_t* bytes) const;
     void EvictSome() const;
     void WriteChanges();
+    void ForgetChanges(std::size_t pageCount);
 
     std::unique_ptr<FileAccess> file_;
     std::string name_;
@@ -67,6 +75,7 @@ private:
     mutable std::size_t loaded_ = 0;
     mutable std::size_t evictHand_ = 0;
     std::vector<std::uint32_t> dirty_;
+    std::vector<Level> inner_{};
     std::uint32_t storedPages_ = 0;  // length of the file itself
     int depth_ = 0;
 };

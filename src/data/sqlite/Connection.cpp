@@ -23,15 +23,24 @@ int OpenFlags(Connection::Mode mode) {
 }
 
 ErrorNumber NumberFor(int code) {
-    if (code == SQLITE_CONSTRAINT_NOTNULL) return ErrorNumber::FieldRequired;
+    switch (code) {
+        case SQLITE_CONSTRAINT_NOTNULL:
+            return ErrorNumber::FieldRequired;
+        case SQLITE_CONSTRAINT_UNIQUE:
+        case SQLITE_CONSTRAINT_PRIMARYKEY:
+        case SQLITE_CONSTRAINT_ROWID:
+            return ErrorNumber::DuplicateKey;
+        default:
+            break;
+    }
     switch (code & 0xFF) {
         case SQLITE_BUSY:
         case SQLITE_LOCKED:
             return ErrorNumber::Locked;
         case SQLITE_READONLY:
             return ErrorNumber::ReadOnly;
-        case SQLITE_CONSTRAINT:
-            return ErrorNumber::DuplicateKey;
+        case SQLITE_CONSTRAINT:  // a rule of the table's own: a check, a foreign key, a trigger
+            return ErrorNumber::InvalidArgument;
         case SQLITE_FULL:
             return ErrorNumber::DiskFull;
         case SQLITE_IOERR:
@@ -39,8 +48,8 @@ ErrorNumber NumberFor(int code) {
         case SQLITE_CORRUPT:
         case SQLITE_NOTADB:
             return ErrorNumber::UnrecognizedFormat;
-        case SQLITE_CANTOPEN:
-            return ErrorNumber::FileMissing;
+        case SQLITE_CANTOPEN:  // the file was seen to be there
+            return ErrorNumber::NoPermission;
         case SQLITE_PERM:
         case SQLITE_AUTH:
             return ErrorNumber::NoPermission;
@@ -64,6 +73,7 @@ Connection::Connection(const std::string& path, Mode mode) : path_(mode == Mode:
     const int code = sqlite3_open_v2(path_.c_str(), &opened, OpenFlags(mode) | SQLITE_OPEN_NOMUTEX, nullptr);
     handle_.reset(opened);
     if (code != SQLITE_OK) Fail(code);
+    isOpen_ = true;
     sqlite3_extended_result_codes(opened, 1);
     sqlite3_busy_timeout(opened, 2000);
 }
@@ -75,6 +85,9 @@ void Connection::Execute(const std::string& statements) {
 
 void Connection::Fail(int code) {
     if (pending_) std::rethrow_exception(std::exchange(pending_, nullptr));
+    if (isOpen_ && (code & 0xFF) == SQLITE_CANTOPEN)
+        throw RunTimeError(ErrorNumber::ReadOnly,
+                           "\"" + path_ + "\" can't be changed: no file can be made in its folder.");
     const std::string reason = handle_ ? sqlite3_errmsg(Handle()) : sqlite3_errstr(code);
     const std::string where = path_ == ":memory:" ? "The statement failed" : "Database \"" + path_ + "\" failed";
     throw RunTimeError(NumberFor(code), where + ": " + reason + ".");

@@ -39,6 +39,7 @@ private:
     };
     std::string path_;
     std::unique_ptr<sqlite3, Close> handle_;
+    bool isOpen_ = false;
     std::exception_ptr pending_;
 };
 

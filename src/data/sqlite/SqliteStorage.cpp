@@ -259,6 +259,8 @@ public:
         return version << 40 | file_.changes;
     }
 
+    std::uint64_t TablesChangeCount() const override { return tablesChanges_; }
+
 private:
     std::string SavepointName() const { return "level" + std::to_string(depth_); }
     std::string InnerSavepoint() const { return "level" + std::to_string(depth_ - 1); }
@@ -266,6 +268,7 @@ private:
     void ReadTables() {
         std::vector<SchemaTable> schema = ReadSchema(file_.connection);
         if (SameTables(schema)) return;  // keeps what callers hold
+        ++tablesChanges_;
         std::vector<std::unique_ptr<Table>> former = std::exchange(tables_, {});
         schema_ = std::move(schema);
         definitions_.clear();
@@ -296,6 +299,7 @@ private:
     std::vector<std::unique_ptr<Table>> tables_;
     std::vector<std::unique_ptr<Table>> retired_;  // dropped while somebody may hold them
     int depth_ = 0;
+    std::uint64_t tablesChanges_ = 0;
 };
 
 }  // namespace

@@ -26,6 +26,10 @@ StatementRunner::~StatementRunner() = default;
 void StatementRunner::ForgetTables() { session_.reset(); }
 
 StatementRunner::Session& StatementRunner::Ready(const sql::PreparedStatement& statement) {
+    if (const std::uint64_t tables = cache_.Stored().TablesChangeCount(); tables != tablesSeen_) {
+        session_.reset();  // it knows tables by their positions
+        tablesSeen_ = tables;
+    }
     if (!session_) session_ = std::make_unique<Session>(cache_, clock_);
     const auto declare = [&](std::size_t table) {
         if (session_->declared.insert(table).second) DeclareTable(session_->module, table);

@@ -34,6 +34,7 @@ private:
 
     data::TableCache& cache_;
     const Clock& clock_;
+    std::uint64_t tablesSeen_ = 0;
     std::unique_ptr<Session> session_;
 };
 
