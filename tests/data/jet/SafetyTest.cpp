@@ -3,13 +3,10 @@
 
 #include <gtest/gtest.h>
 #include <sys/resource.h>
-#include <sys/wait.h>
 #include <unistd.h>
 
-#include <algorithm>
 #include <csignal>
 #include <cstring>
-#include <fstream>
 #include <functional>
 #include <map>
 #include <random>
@@ -20,6 +17,7 @@
 #include "data/jet/IndexCheck.h"
 #include "data/jet/JetDatabase.h"
 #include "data/jet/JetStorage.h"
+#include "data/jet/JetTools.h"
 #include "data/jet/Journal.h"
 #include "data/jet/Samples.h"
 #include "platform/RunTimeError.h"
@@ -28,83 +26,6 @@ namespace quillform::test {
 namespace {
 
 using jet::Format;
-
-std::string Content(const std::filesystem::path& path) {
-    std::ifstream file(path, std::ios::binary);
-    return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
-}
-
-void WriteContent(const std::filesystem::path& path, const std::string& content) {
-    std::ofstream(path, std::ios::binary) << content;
-}
-
-ErrorNumber NumberOf(const std::function<void()>& action, std::string* message = nullptr) {
-    try {
-        action();
-    } catch (const RunTimeError& error) {
-        if (message) *message = error.what();
-        return error.Number();
-    }
-    return ErrorNumber{};
-}
-
-/// Runs in a process of its own, as somebody without special rights; gives its exit code.
-int InOtherProcess(const std::function<int()>& work, bool withoutRights = false) {
-    const pid_t child = ::fork();
-    if (child == 0) {
-        constexpr uid_t nobody = 65534;
-        if (withoutRights && ::geteuid() == 0 && ::setuid(nobody) != 0) ::_exit(98);
-        int code = 99;
-        try {
-            code = work();
-        } catch (...) {
-        }
-        ::_exit(code);
-    }
-    int status = 0;
-    ::waitpid(child, &status, 0);
-    return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
-}
-
-data::StoredTable& Table(data::Storage& storage, std::string_view name) {
-    const int index = FindTable(storage, name);
-    if (index < 0) throw RunTimeError(ErrorNumber::TableNotFound, "The table isn't there.");
-    return storage.Rows(static_cast<std::size_t>(index));
-}
-
-TableDef SmallTable() {
-    TableDef table;
-    table.Name = "T";
-    Field id, text;
-    id.Name = "Id";
-    id.Type = FieldType::Long;
-    id.AutoNumber = true;
-    text.Name = "Text";
-    text.Size = 50;
-    table.Fields = {id, text};
-    table.Indexes = {{"PrimaryKey", {{"Id", false}}, true, true, false, false, true}};
-    return table;
-}
-
-void InsertRows(data::Storage& storage, int count) {
-    data::StoredTable& table = Table(storage, "T");
-    storage.Begin();
-    for (int i = 0; i < count; ++i) table.Insert(std::vector<Value>{Value(), Value::Text("row " + std::to_string(i))});
-    storage.Commit();
-}
-
-std::size_t CountRows(const std::filesystem::path& path) {
-    const auto storage = jet::Open(path, Access::ReadOnly);
-    std::size_t rows = 0;
-    for (const auto scan = Table(*storage, "T").Scan(); scan->Next();) ++rows;
-    return rows;
-}
-
-void MakeSmall(const std::filesystem::path& path) {
-    const auto storage = jet::Create(path, Format::Jet4);
-    storage->CreateTable(SmallTable());
-    InsertRows(*storage, 100);
-}
 
 /// Pages of each table by the table's definition page.
 std::map<std::int32_t, std::set<std::uint32_t>> PagesByTable(const jet::PageFile& file) {
@@ -134,8 +55,7 @@ TEST(JetSafety, OtherTablesStayAsTheyAre) {
     for (const RealFile& real : files) {
         SCOPED_TRACE(real.file);
         const ScratchFile file(real.file);
-        std::filesystem::copy_file(SampleFolder() / real.file, file.Path());
-        std::filesystem::permissions(file.Path(), std::filesystem::perms::owner_all);
+        CopySample(real.file, file.Path());
         const std::string before = Content(file.Path());
         std::set<std::uint32_t> others;
         {
@@ -183,85 +103,11 @@ TEST(JetSafety, OtherTablesStayAsTheyAre) {
 TEST(JetSafety, UnknownSortOrderIsNotWritten) {
     if (SampleFolder().empty()) GTEST_SKIP() << "the folder of sample databases is not there";
     const ScratchFile file("cyrillic.mdb");
-    std::filesystem::copy_file(SampleFolder() / "jet4-cyrillic.mdb", file.Path());
-    std::filesystem::permissions(file.Path(), std::filesystem::perms::owner_all);
+    CopySample("jet4-cyrillic.mdb", file.Path());
     const std::string before = Content(file.Path());
     const auto storage = jet::Open(file.Path(), Access::ReadWrite);
     EXPECT_EQ(NumberOf([&] { storage->CreateTable(SmallTable()); }), ErrorNumber::NotSupported);
     EXPECT_EQ(Content(file.Path()), before);
-}
-
-/// A process dies between its journal and the end of its writing: the next open finds the old state.
-TEST(JetSafety, JournalBringsBackTheOldState) {
-    const ScratchFile file("crash.mdb");
-    MakeSmall(file.Path());
-    const std::string before = Content(file.Path());
-    InsertRows(*jet::Open(file.Path(), Access::ReadWrite), 5000);
-    const std::string after = Content(file.Path());
-    ASSERT_GT(after.size(), before.size());
-    std::vector<std::uint64_t> changed;
-    for (std::size_t at = 0; at < before.size(); at += 4096)
-        if (before.compare(at, 4096, after, at, 4096) != 0) changed.push_back(at);
-    std::mt19937 random(3);
-    for (int round = 0; round < 20; ++round) {
-        WriteContent(file.Path(), before);
-        jet::WriteJournal(file.Path(), jet::FileHandle(file.Path(), jet::FileHandle::Mode::Read), changed, 4096);
-        std::string torn = after.substr(0, before.size() + random() % (after.size() - before.size()));
-        for (const std::uint64_t at : changed)
-            if (random() % 2) torn.replace(at, 4096, before, at, 4096);
-        WriteContent(file.Path(), torn);
-        EXPECT_EQ(CountRows(file.Path()), 100u);
-        EXPECT_EQ(Content(file.Path()), before);
-        EXPECT_FALSE(std::filesystem::exists(jet::JournalPath(file.Path())));
-    }
-}
-
-/// A process dies while it still writes its journal: the database wasn't touched yet.
-TEST(JetSafety, UnfinishedJournalIsDropped) {
-    const ScratchFile file("unfinished.mdb");
-    MakeSmall(file.Path());
-    const std::string before = Content(file.Path());
-    const std::vector<std::uint64_t> pages = {0, 4096, 8192};
-    jet::WriteJournal(file.Path(), jet::FileHandle(file.Path(), jet::FileHandle::Mode::Read), pages, 4096);
-    const std::string journal = Content(jet::JournalPath(file.Path()));
-    for (const std::size_t length :
-         {std::size_t{0}, std::size_t{10}, std::size_t{32}, journal.size() / 2, journal.size() - 1}) {
-        WriteContent(jet::JournalPath(file.Path()), journal.substr(0, length));
-        EXPECT_EQ(CountRows(file.Path()), 100u) << length;
-        EXPECT_EQ(Content(file.Path()), before);
-        EXPECT_FALSE(std::filesystem::exists(jet::JournalPath(file.Path())));
-    }
-    std::string damaged = journal;
-    damaged[100] = static_cast<char>(damaged[100] + 1);
-    WriteContent(jet::JournalPath(file.Path()), damaged);
-    EXPECT_EQ(CountRows(file.Path()), 100u);
-    EXPECT_EQ(Content(file.Path()), before);
-}
-
-/// Killed at any time, a program leaves what was there before or after its transaction.
-TEST(JetSafety, KilledProcessLeavesWholeTransactions) {
-    const ScratchFile file("killed.mdb");
-    MakeSmall(file.Path());
-    std::size_t before = 100;
-    std::mt19937 random(11);
-    for (int round = 0; round < 8; ++round) {
-        const pid_t child = ::fork();
-        if (child == 0) {
-            try {
-                const auto storage = jet::Open(file.Path(), Access::ReadWrite);
-                while (true) InsertRows(*storage, 500);
-            } catch (...) {
-            }
-            ::_exit(0);
-        }
-        ::usleep(static_cast<useconds_t>(60000 + random() % 200000));
-        ::kill(child, SIGKILL);
-        ::waitpid(child, nullptr, 0);
-        const std::size_t rows = CountRows(file.Path());
-        EXPECT_EQ((rows - before) % 500, 0u);
-        before = rows;
-        EXPECT_EQ(CheckAllIndexes(jet::PageFile(std::make_unique<jet::DiskFile>(file.Path()), "x")).fault, "");
-    }
 }
 
 /// The disk is full: the transaction fails, and the file is as it was.

@@ -3,7 +3,6 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <array>
 #include <cstdio>
 #include <functional>
 #include <map>
@@ -14,6 +13,7 @@
 #include "data/jet/IndexCheck.h"
 #include "data/jet/JetDatabase.h"
 #include "data/jet/JetStorage.h"
+#include "data/jet/JetTools.h"
 #include "data/jet/Samples.h"
 #include "platform/RunTimeError.h"
 
@@ -27,16 +27,7 @@ protected:
     std::string Name(const std::string& base) const { return base + (GetParam() == Format::Jet3 ? "3.mdb" : "4.mdb"); }
 };
 
-INSTANTIATE_TEST_SUITE_P(Formats, JetWrite, ::testing::Values(Format::Jet3, Format::Jet4),
-                         [](const auto& parameter) { return parameter.param == Format::Jet3 ? "Jet3" : "Jet4"; });
-
-Field Column(const char* name, FieldType type, int size = 0) {
-    Field field;
-    field.Name = name;
-    field.Type = type;
-    field.Size = size;
-    return field;
-}
+INSTANTIATE_TEST_SUITE_P(Formats, JetWrite, ::testing::Values(Format::Jet3, Format::Jet4), NameOfFormat);
 
 TableDef PeopleTable(Format format) {
     TableDef table;
@@ -55,7 +46,7 @@ TableDef PeopleTable(Format format) {
     }
     table.Fields[0].AutoNumber = true;
     table.Fields[1].Required = true;
-    table.Indexes = {{"PrimaryKey", {{"Id", false}}, true, true, false, false, true},
+    table.Indexes = {PrimaryKey("Id"),
                      {"ByName", {{"Name", false}, {"Age", true}}, false, false, false, false, false},
                      {"ByBorn", {{"Born", true}}, false, false, false, true, false},
                      {"Codes", {{"Code", false}}, false, true, false, true, false},
@@ -98,10 +89,6 @@ std::vector<Value> Person(int number, Format format) {
     return row;
 }
 
-data::StoredTable& Table(data::Storage& storage, std::string_view name) {
-    return storage.Rows(static_cast<std::size_t>(FindTable(storage, name)));
-}
-
 std::vector<int> AllColumns(const data::StoredTable& table) {
     std::vector<int> order(table.Definition().Fields.size());
     for (std::size_t i = 0; i < order.size(); ++i) order[i] = static_cast<int>(i);
@@ -115,29 +102,6 @@ std::string Dump(data::Storage& storage, std::string_view name) {
 
 IndexFindings Check(const std::filesystem::path& path) {
     return CheckAllIndexes(jet::PageFile(std::make_unique<jet::DiskFile>(path), path.string()));
-}
-
-std::string OutputOf(const std::string& command) {
-    std::FILE* pipe = ::popen((command + " 2>&1").c_str(), "r");
-    if (!pipe) return {};
-    std::string out;
-    std::array<char, 4096> buffer;
-    while (const std::size_t got = std::fread(buffer.data(), 1, buffer.size(), pipe)) out.append(buffer.data(), got);
-    ::pclose(pipe);
-    return out;
-}
-
-bool HasJudge() { return std::system("command -v mdb-export > /dev/null") == 0; }
-
-ErrorNumber NumberOf(const std::function<void()>& action) {
-    try {
-        action();
-    } catch (const RunTimeError& error) {
-        EXPECT_GT(std::string(error.what()).size(), 20u);
-        EXPECT_EQ(std::string(error.what()).back(), '.');
-        return error.Number();
-    }
-    return ErrorNumber{};
 }
 
 TEST_P(JetWrite, EmptyDatabase) {
@@ -194,7 +158,7 @@ TEST_P(JetWrite, AllTypesComeBack) {
 }
 
 TEST_P(JetWrite, OtherReadersAgree) {
-    if (!HasJudge()) GTEST_SKIP() << "mdb-export is not installed";
+    if (!HasMdbExport()) GTEST_SKIP() << "mdb-export is not installed";
     const ScratchFile file(Name("judged"));
     {
         const auto storage = jet::Create(file.Path(), GetParam());
@@ -204,7 +168,7 @@ TEST_P(JetWrite, OtherReadersAgree) {
         for (int i = 1; i <= 3000; ++i) people.Insert(Person(i, GetParam()));
         storage->Commit();
     }
-    const std::string path = "'" + file.Path().string() + "'";
+    const std::string path = Quoted(file.Path());
     EXPECT_EQ(OutputOf("mdb-tables -1 " + path), "People\n");
     EXPECT_EQ(OutputOf("mdb-count " + path + " People"), "3000\n");
     const std::string exported = OutputOf("mdb-export -H -d '|' -Q -b strip " + path + " People");
@@ -280,48 +244,41 @@ TEST_P(JetWrite, RandomChangesAgainstModel) {
         ASSERT_EQ(CheckAllIndexes(dynamic_cast<jet::JetDatabase&>(*storage).File()).fault, "") << round;
     }
     EXPECT_EQ(Check(file.Path()).fault, "");
-    if (HasJudge()) {
-        EXPECT_EQ(OutputOf("mdb-count '" + file.Path().string() + "' People"), std::to_string(model.size()) + "\n");
+    if (HasMdbExport()) {
+        EXPECT_EQ(OutputOf("mdb-count " + Quoted(file.Path()) + " People"), std::to_string(model.size()) + "\n");
     }
 }
 
-/// Each change a transaction of its own, so that the trees split and shrink page by page instead of being built anew.
-TEST_P(JetWrite, SingleChangesKeepTreesRight) {
-    jet::JetDatabase database(std::make_unique<jet::MemoryFile>(jet::JetDatabase::MakeEmpty(GetParam(), 40000)),
-                              "memory", Access::ReadWrite);
-    TableDef table;
-    table.Name = "T";
-    table.Fields = {Column("Id", FieldType::Long), Column("Name", FieldType::Text, 100)};
-    table.Indexes = {{"PrimaryKey", {{"Id", false}}, true, true, false, false, true},
-                     {"Name", {{"Name", false}}, false, false, false, false, false}};
-    database.CreateTable(table);
-    data::StoredTable& rows = Table(database, "T");
-    std::mt19937 random(9);
-    std::vector<int> numbers(3000);
-    for (std::size_t i = 0; i < numbers.size(); ++i) numbers[i] = static_cast<int>(i);
-    std::shuffle(numbers.begin(), numbers.end(), random);
-    const auto name = [](int number) { return "A rather long name that all share, number " + std::to_string(number); };
-    std::vector<data::RowId> ids;
-    for (const int number : numbers)
-        ids.push_back(rows.Insert(std::vector<Value>{Value::Integer(number), Value::Text(name(number))}));
-    IndexFindings findings = CheckAllIndexes(database.File());
-    ASSERT_EQ(findings.fault, "");
-    EXPECT_GE(findings.levels, 2u);
-    // These cost a page the prefix that all its entries shared; its halves then take more room than the page had.
-    for (int i = 0; i < 12; ++i) {
-        const std::pair<int, Value> change[] = {{1, Value::Text(i % 2 ? "zebra" : "Aardvark " + std::to_string(i))}};
-        rows.Update(ids[static_cast<std::size_t>(i)], change);
-        findings = CheckAllIndexes(database.File());
-        ASSERT_EQ(findings.fault, "") << i;
+/// An inner transaction that is taken back leaves what the outer one did before it.
+TEST_P(JetWrite, InnerRollbackKeepsTheOuterChanges) {
+    const ScratchFile file(Name("inner"));
+    {
+        const auto storage = jet::Create(file.Path(), GetParam());
+        storage->Begin();
+        storage->CreateTable(SmallTable());
+        InsertRows(*storage, 300);
+        data::StoredTable& rows = Table(*storage, "T");
+        storage->Begin();
+        std::vector<data::RowId> ids;
+        for (const auto scan = rows.Scan(); scan->Next();) ids.push_back(scan->Id());
+        for (std::size_t i = 0; i < ids.size(); i += 2) rows.Delete(ids[i]);
+        storage->Begin();
+        TableDef other = SmallTable();
+        other.Name = "Other";
+        storage->CreateTable(other);
+        InsertRows(*storage, 500);
+        storage->Rollback();
+        EXPECT_EQ(FindTable(*storage, "Other"), -1);
+        EXPECT_EQ(rows.RowEstimate(), 150);
+        storage->Rollback();
+        EXPECT_EQ(&Table(*storage, "T"), &rows) << "who holds the table may go on";
+        EXPECT_EQ(rows.RowEstimate(), 300);
+        InsertRows(*storage, 7);
+        storage->Commit();
+        EXPECT_EQ(NumberOf([&] { storage->Commit(); }), ErrorNumber::InvalidProcedureCall);
     }
-    for (std::size_t i = 0; i < 2900; ++i) {
-        rows.Delete(ids[i]);
-        if (i % 900 == 0) {
-            ASSERT_EQ(CheckAllIndexes(database.File()).fault, "") << i;
-        }
-    }
-    EXPECT_EQ(CheckAllIndexes(database.File()).fault, "");
-    EXPECT_EQ(rows.RowEstimate(), 100);
+    EXPECT_EQ(CountRows(file.Path()), 307u);
+    EXPECT_EQ(Check(file.Path()).fault, "");
 }
 
 /// The catalogue is a table too: whoever changes it must not pull a table away from under the transaction.
@@ -331,7 +288,7 @@ TEST_P(JetWrite, CatalogueChangedInsideTransaction) {
     TableDef table;
     table.Name = "Old";
     table.Fields = {Column("Id", FieldType::Long)};
-    table.Indexes = {{"PrimaryKey", {{"Id", false}}, true, true, false, false, true}};
+    table.Indexes = {PrimaryKey("Id")};
     database.CreateTable(table);
     database.Begin();
     Table(database, "Old").Insert(std::vector<Value>{Value::Integer(1)});
@@ -358,7 +315,7 @@ TEST_P(JetWrite, ReplacedTableComesBackOnRollback) {
     TableDef table;
     table.Name = "T";
     table.Fields = {Column("Id", FieldType::Long), Column("Name", FieldType::Text, 20)};
-    table.Indexes = {{"PrimaryKey", {{"Id", false}}, true, true, false, false, true}};
+    table.Indexes = {PrimaryKey("Id")};
     database.CreateTable(table);
     Table(database, "T").Insert(std::vector<Value>{Value::Integer(7), Value::Text("seven")});
     database.Begin();
@@ -381,8 +338,7 @@ TEST_P(JetWrite, RefusalsChangeNothing) {
     table.Name = "T";
     table.Fields = {Column("A", FieldType::Long), Column("B", FieldType::Text, 5), Column("C", FieldType::Byte)};
     table.Fields[1].Required = true;
-    table.Indexes = {{"PrimaryKey", {{"A", false}}, true, true, false, false, true},
-                     {"B", {{"B", false}}, false, true, false, false, false}};
+    table.Indexes = {PrimaryKey("A"), {"B", {{"B", false}}, false, true, false, false, false}};
     storage->CreateTable(table);
     data::StoredTable& rows = Table(*storage, "T");
     const auto row = [](Value a, Value b, Value c) {
@@ -474,8 +430,8 @@ TEST_P(JetWrite, WideTableAndManyPages) {
     }
     EXPECT_EQ(number, 6000);
     EXPECT_GT(std::filesystem::file_size(file.Path()), 3u << 20) << "so that the maps outgrow their rows";
-    if (HasJudge()) {
-        EXPECT_EQ(OutputOf("mdb-count '" + file.Path().string() + "' Wide"), "6000\n");
+    if (HasMdbExport()) {
+        EXPECT_EQ(OutputOf("mdb-count " + Quoted(file.Path()) + " Wide"), "6000\n");
     }
     EXPECT_EQ(Check(file.Path()).fault, "");
 }
