@@ -55,11 +55,14 @@ IndexWriter::IndexWriter(Recordset& records, std::string_view databasePath)
       columns_(FindColumns<15>(records, IndexTableDef())) {}
 
 void IndexWriter::Write(const CatalogRow& row) {
-    Append<15>(records_, columns_,
-               {IntegerView(row.id), TextView(databasePath_), TextView(row.field), TextView(row.table),
-                TextView(row.text), IntegerView(row.defaultLength), TextView(row.mask), BooleanView(row.numeric),
-                BooleanView(row.isTextDate), BooleanView(row.formulaFlag), TextView(row.aliasName),
-                IntegerView(row.functionCode), TextView(row.parameter1), TextView(row.parameter2), TextView(" ")});
+    // The third parameter is always blank; a formula's has a blank in front, as its other two have.
+    const std::string_view parameter3 = row.formulaFlag ? "  " : " ";
+    Append<15>(
+        records_, columns_,
+        {IntegerView(row.id), TextView(databasePath_), TextView(row.field), TextView(row.table), TextView(row.text),
+         IntegerView(row.defaultLength), TextView(row.mask), BooleanView(row.numeric), BooleanView(row.isTextDate),
+         BooleanView(row.formulaFlag), TextView(row.aliasName), IntegerView(row.functionCode), TextView(row.parameter1),
+         TextView(row.parameter2), TextView(parameter3)});
 }
 
 RelationWriter::RelationWriter(Recordset& records, std::string_view databasePath1, std::string_view databasePath2)

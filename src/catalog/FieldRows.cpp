@@ -90,4 +90,18 @@ CatalogRow TextDateRow(std::string_view table, const Field& field, std::string_v
     return row;
 }
 
+CatalogRow FormulaRow(std::string_view table, const Field& field, std::string_view description,
+                      const Formula& formula) {
+    CatalogRow row = PlainRow(table, field, std::string(description));
+    row.defaultLength = formula.defaultLength;
+    row.mask = formula.mask;
+    row.numeric = field.Type != FieldType::Text && field.Type != FieldType::Memo && field.Type != FieldType::Date;
+    row.formulaFlag = true;
+    row.aliasName = formula.alias;
+    row.functionCode = static_cast<std::int32_t>(formula.code);
+    row.parameter1 += formula.position;
+    row.parameter2 += formula.length;
+    return row;
+}
+
 }  // namespace quillform

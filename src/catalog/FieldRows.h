@@ -1,5 +1,7 @@
 #pragma once
 
+#include <cstdint>
+#include <string>
 #include <string_view>
 
 #include "catalog/CatalogTables.h"
@@ -28,5 +30,17 @@ CatalogRow BooleanRow(std::string_view table, const Field& field, std::string_vi
 CatalogRow DateRow(std::string_view table, const Field& field, std::string_view description, std::string_view mask);
 /// A text column that holds a date as digits; the text is "description(mask)".
 CatalogRow TextDateRow(std::string_view table, const Field& field, std::string_view description, std::string_view mask);
+
+/// A function over a column. What a function or a column doesn't use is a single blank.
+struct Formula {
+    FunctionCode code = FunctionCode::None;
+    std::string position = " ";
+    std::string length = " ";
+    std::string mask = " ";
+    std::int16_t defaultLength = 0;
+    std::string alias;
+};
+/// Position and length as typed, with a blank in front.
+CatalogRow FormulaRow(std::string_view table, const Field& field, std::string_view description, const Formula& formula);
 
 }  // namespace quillform

@@ -1,8 +1,11 @@
 #pragma once
 
+#include <optional>
+#include <span>
 #include <string_view>
 
 #include "catalog/CatalogTables.h"
+#include "model/DataAccess.h"
 
 namespace quillform {
 
@@ -28,5 +31,13 @@ inline constexpr FormulaChoice numberFormulas[] = {
     {"StDev(Field)", FunctionCode::StandardDeviation},
     {"stDevP(Field)", FunctionCode::PopulationDeviation},
 };
+
+constexpr bool HasTextFormulas(FieldType type) { return type == FieldType::Text || type == FieldType::Memo; }
+constexpr std::span<const FormulaChoice> FormulasOf(FieldType type) {
+    return HasTextFormulas(type) ? std::span<const FormulaChoice>(textFormulas) : numberFormulas;
+}
+/// The function of a choice in the column's list; None where nothing is picked. Empty for a text that isn't in the
+/// list.
+std::optional<FunctionCode> FormulaOf(FieldType type, std::string_view choice);
 
 }  // namespace quillform
