@@ -22,13 +22,14 @@ namespace {
 
 constexpr Switch switches[] = {
     {'d', "database", "FILE", "report on this database instead of the layout's"},
-    {'t', "type", "TYPE", "pdf, txt, csv, word or wordperfect; else by FILE's extension, else as the layout says"},
+    {'t', "type", "TYPE", "pdf, txt, csv, word, wordperfect or mdb; else by FILE's extension, else as the layout says"},
     {'o', "output", "FILE", "write here; a folder takes the layout's name; - is standard output"},
     {'q', "query", "FILE", "add the conditions of a query file (.QRY) to the layout's"},
     {0, "walk", "HOW", "one-pass, groups, or measured: whichever is quicker (the default)"},
     {0, "date", "DATE", "take this for today's date and time, in headings and in the document"},
     {0, "orientation", "HOW", "portrait or landscape, instead of the layout's"},
     {0, "paper", "NUMBER", "paper number, instead of the layout's"},
+    {0, "format", "FORMAT", "of an Access database: jet3 or jet4; else as the layout says, or jet4"},
     {0, "keep-partial", "", "keep the short file of a run that failed or was interrupted"},
     {0, "strict", "", "end with 4 if there were warnings"},
     {0, "json", "", "say what was done as JSON on standard output"},
@@ -80,7 +81,7 @@ OutputType ChooseType(const Arguments& arguments, const ReportSettings& settings
     const auto supported = SupportedOutputs();
     if (std::find(supported.begin(), supported.end(), type) != supported.end()) return type;
     throw UsageError("the output type " + std::string(NameOf(type)) +
-                     " can't be made by this version; --type takes pdf, txt, csv, word or wordperfect");
+                     " can't be made by this version; --type takes pdf, txt, csv, word, wordperfect or mdb");
 }
 
 std::string ChooseFile(const Arguments& arguments, const Layout& layout, OutputType type) {
@@ -99,6 +100,14 @@ Walk ChooseWalk(const Arguments& arguments) {
     if (walk == "one-pass") return Walk::OnePass;
     if (walk == "groups") return Walk::Groups;
     throw UsageError("--walk takes one-pass, groups or measured, not \"" + walk + "\"");
+}
+
+std::optional<DatabaseVersion> ChooseFormat(const Arguments& arguments) {
+    const auto format = arguments.Value("format");
+    if (!format) return std::nullopt;
+    if (EqualCaseBlind(*format, "jet3")) return DatabaseVersion::Jet30;
+    if (EqualCaseBlind(*format, "jet4")) return DatabaseVersion::Jet40;
+    throw UsageError("--format takes jet3 or jet4, not \"" + *format + "\"");
 }
 
 void ApplySwitches(const Arguments& arguments, ReportSettings& settings) {
@@ -217,13 +226,14 @@ ExitCode RunLayout(const Arguments& arguments, const std::string& layoutFile) {
     if (const auto query = arguments.Value("query")) AddQueryFile(*query, run.layout);
     run.type = ChooseType(arguments, run.layout.settings);
     run.file = ChooseFile(arguments, run.layout, run.type);
+    const auto format = ChooseFormat(arguments);
     const RunOptions options{.walk = ChooseWalk(arguments)};
     // A substituted database is told once, here. A layout without items is the run's to refuse.
     if (run.layout.Fields.Count() > 0) run.layout.settings.strDatabase[1] = CheckDatabase(run.layout, *engine, user);
 
     const InterruptGuard guard;
     const std::unique_ptr<Output> output =
-        MakeOutput(run.type, {.file = run.file, .keepsStopped = arguments.Has("keep-partial")});
+        MakeOutput(run.type, {.file = run.file, .keepsStopped = arguments.Has("keep-partial"), .format = format});
     ReportRun report(run.layout, *output, {*engine, user, clock, *measure}, options);
     run.outcome = report.ProcessReport();
     TellEnd(run, user);

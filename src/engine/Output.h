@@ -4,6 +4,7 @@
 #include <string>
 #include <string_view>
 
+#include "model/DataAccess.h"
 #include "model/Layout.h"
 #include "model/UserInterface.h"
 #include "platform/Clock.h"
@@ -34,6 +35,7 @@ enum class Ending {
 /// What an output needs of its surroundings when it opens.
 struct OutputContext {
     Layout& layout;
+    DBEngine& engine;
     UserInterface& user;
     const Clock& clock;
     TextMeasure& measure;

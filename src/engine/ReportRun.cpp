@@ -41,7 +41,8 @@ RunOutcome ReportRun::ProcessReport() {
     try {
         SortItems();
         ResetItems();
-        isOpen = output_.Open({layout_, surroundings_.user, surroundings_.clock, surroundings_.measure});
+        isOpen = output_.Open(
+            {layout_, surroundings_.engine, surroundings_.user, surroundings_.clock, surroundings_.measure});
         if (!isOpen) {
             outcome_.end = RunEnd::TargetCancelled;
             return std::move(outcome_);
@@ -245,18 +246,22 @@ void ReportRun::WalkGroups() {
     }
 }
 
-std::optional<std::string> FindReportDatabase(const Layout& layout, UserInterface& user) {
-    const std::string& wanted = layout.settings.strDatabase[1];
+std::optional<ResolvedPath> FindReportDatabase(const Layout& layout) {
     std::vector<std::filesystem::path> folders;
     if (!layout.strLayoutFile.empty()) {
         const std::filesystem::path folder = std::filesystem::path(layout.strLayoutFile).parent_path();
         folders.push_back(folder.empty() ? std::filesystem::path(".") : folder);
     }
     if (!layout.strAppPath.empty()) folders.emplace_back(layout.strAppPath);
-    const std::optional<ResolvedPath> found = FindFile(wanted, folders);
+    return FindFile(layout.settings.strDatabase[1], folders);
+}
+
+std::optional<std::string> FindReportDatabase(const Layout& layout, UserInterface& user) {
+    const std::optional<ResolvedPath> found = FindReportDatabase(layout);
     if (!found) return std::nullopt;
     if (found->substituted)
-        user.Warn("The database \"" + wanted + "\" was not found; \"" + found->path.string() + "\" is used instead.");
+        user.Warn("The database \"" + layout.settings.strDatabase[1] + "\" was not found; \"" + found->path.string() +
+                  "\" is used instead.");
     return found->path.string();
 }
 

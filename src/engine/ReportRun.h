@@ -10,6 +10,7 @@
 #include "engine/ItemValues.h"
 #include "engine/Output.h"
 #include "model/DataAccess.h"
+#include "platform/Paths.h"
 #include "query/ReportSelect.h"
 
 namespace quillform {
@@ -158,8 +159,10 @@ private:
     std::unique_ptr<Recordset> rsGroup_;
 };
 
-/// Path of the report database as the run opens it: as the layout has it, else by its file name beside the layout or in
-/// the program's folder; the user is warned of a substitution. Empty if there is none.
+/// The report database: as the layout has it, else by its file name beside the layout or in the program's folder. Empty
+/// if there is none.
+std::optional<ResolvedPath> FindReportDatabase(const Layout& layout);
+/// The same for the run that opens it: the user is warned of a substitution.
 std::optional<std::string> FindReportDatabase(const Layout& layout, UserInterface& user);
 
 }  // namespace quillform

@@ -1,5 +1,6 @@
 #include "output/OutputRooms.h"
 
+#include "output/AccessOutput.h"
 #include "output/MergeOutput.h"
 #include "output/PrinterOutput.h"
 #include "output/TextOutput.h"
@@ -18,9 +19,10 @@ std::unique_ptr<Output> MakeOutput(OutputType type, const OutputTarget& target) 
             return std::make_unique<WordMergeOutput>(target);
         case OutputType::WordPerfectMerge:
             return std::make_unique<WordPerfectOutput>(target);
+        case OutputType::AccessDatabase:
+            return std::make_unique<AccessOutput>(target);
         case OutputType::Screen:
         case OutputType::RichText:
-        case OutputType::AccessDatabase:
             break;
     }
     throw RunTimeError(ErrorNumber::NotSupported, std::string("The output type \"") + static_cast<char>(type) +
@@ -28,8 +30,8 @@ std::unique_ptr<Output> MakeOutput(OutputType type, const OutputTarget& target) 
 }
 
 std::vector<OutputType> SupportedOutputs() {
-    return {OutputType::Printer, OutputType::Text, OutputType::CommaSeparated, OutputType::WordMerge,
-            OutputType::WordPerfectMerge};
+    return {OutputType::Printer,          OutputType::Text,          OutputType::CommaSeparated, OutputType::WordMerge,
+            OutputType::WordPerfectMerge, OutputType::AccessDatabase};
 }
 
 std::string_view ExtensionOf(OutputType type) {

@@ -17,6 +17,8 @@ struct OutputTarget {
     /// Whether the file of a run that was cancelled or failed stays, well-formed and short, where no file stood before.
     /// An unattended run takes it away, since nobody is there to see that it is short.
     bool keepsStopped = true;
+    /// Format of an Access database; without one, what the layout's report option names.
+    std::optional<DatabaseVersion> format{};
 };
 
 /// The one place where an output type becomes an output. RunTimeError NotSupported for a type that can't be made yet.

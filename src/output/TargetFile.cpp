@@ -21,10 +21,9 @@ bool MayLeaveStoppedFile(const std::filesystem::path& path) {
     return !std::filesystem::is_regular_file(path, ignored);
 }
 
-void WarnOfReplaced(const TargetFile& file, UserInterface& user) {
-    if (file.Replaced() == 0) return;
-    user.Warn("\"" + file.Path().string() + "\": " + std::to_string(file.Replaced()) +
-              (file.Replaced() == 1 ? " character" : " characters") +
+void WarnOfReplaced(const std::filesystem::path& file, std::size_t count, UserInterface& user) {
+    if (count == 0) return;
+    user.Warn("\"" + file.string() + "\": " + std::to_string(count) + (count == 1 ? " character" : " characters") +
               " that the Windows character set 1252 lacks became \"?\".");
 }
 

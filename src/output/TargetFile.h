@@ -35,8 +35,11 @@ private:
     std::size_t replaced_ = 0;
 };
 
-/// Tells the user how many characters were replaced, if any.
-void WarnOfReplaced(const TargetFile& file, UserInterface& user);
+/// Tells the user how many characters of a file the character set lacks and were replaced, if any.
+void WarnOfReplaced(const std::filesystem::path& file, std::size_t count, UserInterface& user);
+inline void WarnOfReplaced(const TargetFile& file, UserInterface& user) {
+    WarnOfReplaced(file.Path(), file.Replaced(), user);
+}
 
 /// Whether a stopped run may leave its file at `path`.
 bool MayLeaveStoppedFile(const std::filesystem::path& path);

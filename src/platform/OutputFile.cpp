@@ -60,50 +60,79 @@ std::string Shown(const fs::path& path) {
     return '"' + text + '"';
 }
 
-/// Makes a new file in `folder`, its rights those of the user's umask, and tells its name.
-std::pair<int, fs::path> OpenTemporary(const fs::path& folder) {
+[[noreturn]] void FailWriting(const fs::path& target, int error) {
+    const std::string name = target == "-" ? "Standard output" : Shown(target);
+    const std::string reason = error == EISDIR    ? "it is a folder"
+                               : error == ENOTSUP ? "it is no regular file"
+                                                  : std::generic_category().message(error);
+    throw RunTimeError(NumberOfError(error), name + " can't be written: " + reason + ".");
+}
+
+/// Whether there is something that is written straight through.
+bool IsDevice(const fs::path& path) {
+    struct stat status {};
+    return !HasZero(path) && stat(path.c_str(), &status) == 0 && !S_ISREG(status.st_mode) && !S_ISDIR(status.st_mode);
+}
+
+/// A name in `folder` that no file has.
+fs::path FreeName(const fs::path& folder) {
     auto ticks = static_cast<std::uint64_t>(std::chrono::system_clock::now().time_since_epoch().count());
-    for (int attempt = 0; attempt < 100; ++attempt, ++ticks) {
-        const fs::path path = folder / (".quillform-" + std::to_string(getpid()) + "-" + std::to_string(ticks));
-        const int descriptor = OpenRetrying(path, O_WRONLY | O_CREAT | O_EXCL, 0666);
-        if (descriptor >= 0 || errno != EEXIST) return {descriptor, path};
+    while (true) {
+        fs::path path = folder / (".quillform-" + std::to_string(getpid()) + "-" + std::to_string(ticks++));
+        struct stat status {};
+        if (lstat(path.c_str(), &status) != 0) return path;
     }
-    return {-1, {}};
 }
 
 }  // namespace
 
-OutputFile::OutputFile(fs::path target) : target_(std::move(target)) {
-    buffer_.reserve(kBufferSize);
-    if (target_.empty() || HasZero(target_)) Fail(ENOENT);
-    if (target_ == "-") {
-        renames_ = false;
-        descriptor_ = fcntl(STDOUT_FILENO, F_DUPFD_CLOEXEC, 0);
-        if (descriptor_ < 0) Fail(errno);
-        return;
-    }
+AsidePath::AsidePath(const fs::path& target) : target_(target) {
+    if (target_.empty() || HasZero(target_)) FailWriting(target, ENOENT);
     struct stat status {};
     const bool exists = stat(target_.c_str(), &status) == 0;
-    if (exists && S_ISDIR(status.st_mode)) Fail(EISDIR);
-    if (exists && !S_ISREG(status.st_mode)) {
-        renames_ = false;
-        descriptor_ = OpenRetrying(target_, O_WRONLY | O_NOCTTY);
-        if (descriptor_ < 0) Fail(errno);
-        return;
-    }
+    if (exists && S_ISDIR(status.st_mode)) FailWriting(target, EISDIR);
+    if (exists && !S_ISREG(status.st_mode)) FailWriting(target, ENOTSUP);
     // Renaming would go round the rights of a write-protected target and would replace a link by a file.
-    if (exists && access(target_.c_str(), W_OK) != 0) Fail(errno);
+    if (exists && access(target_.c_str(), W_OK) != 0) FailWriting(target, errno);
     std::error_code error;
     if (const fs::path real = fs::canonical(target_, error); !error) target_ = real;
-    std::tie(descriptor_, temporary_) = OpenTemporary(target_.parent_path());
+    if (exists) rights_ = static_cast<fs::perms>(status.st_mode & 07777);
+    const fs::path folder = target_.parent_path();
+    const fs::path entered = folder.empty() ? "." : folder / "";  // with the slash, a file can't pass for a folder
+    if (access(entered.c_str(), W_OK | X_OK) != 0) FailWriting(target, errno);
+    path_ = FreeName(folder);
+}
+
+AsidePath::~AsidePath() {
+    if (!path_.empty()) unlink(path_.c_str());
+}
+
+void AsidePath::TakeRights() const {
+    std::error_code ignored;  // a right that can't be kept is no loss
+    if (rights_) fs::permissions(path_, *rights_, ignored);
+}
+
+void AsidePath::Commit() {
+    if (rename(path_.c_str(), target_.c_str()) != 0) FailWriting(target_, errno);
+    path_.clear();
+}
+
+OutputFile::OutputFile(fs::path target) : target_(std::move(target)) {
+    buffer_.reserve(kBufferSize);
+    if (target_ == "-") {
+        descriptor_ = fcntl(STDOUT_FILENO, F_DUPFD_CLOEXEC, 0);
+    } else if (IsDevice(target_)) {
+        descriptor_ = OpenRetrying(target_, O_WRONLY | O_NOCTTY);
+    } else {
+        aside_.emplace(target_);
+        descriptor_ = OpenRetrying(aside_->Path(), O_WRONLY | O_CREAT | O_EXCL, 0666);
+    }
     if (descriptor_ < 0) Fail(errno);
-    if (exists)
-        static_cast<void>(fchmod(descriptor_, status.st_mode & 07777));  // a right that can't be kept is no loss
+    if (aside_) aside_->TakeRights();
 }
 
 OutputFile::~OutputFile() {
     if (descriptor_ >= 0) close(descriptor_);
-    if (!temporary_.empty()) unlink(temporary_.c_str());
 }
 
 void OutputFile::Write(std::string_view bytes) {
@@ -131,16 +160,10 @@ void OutputFile::Commit() {
     Flush();
     // Some file systems tell only here that the disk is full.
     if (close(std::exchange(descriptor_, -1)) != 0 && errno != EINTR) Fail(errno);
-    if (!renames_) return;
-    if (rename(temporary_.c_str(), target_.c_str()) != 0) Fail(errno);
-    temporary_.clear();
+    if (aside_) aside_->Commit();
 }
 
-void OutputFile::Fail(int error) const {
-    const std::string name = target_ == "-" ? "Standard output" : Shown(target_);
-    const std::string reason = error == EISDIR ? "it is a folder" : std::generic_category().message(error);
-    throw RunTimeError(NumberOfError(error), name + " can't be written: " + reason + ".");
-}
+void OutputFile::Fail(int error) const { FailWriting(target_, error); }
 
 std::string ReadWholeFile(const fs::path& path) {
     const auto fail = [&](int error) {

@@ -56,32 +56,6 @@ int WaitFor(pid_t child) {
     return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
 }
 
-/// Fields of comma separated text with doubled quotes; a quoted field may hold line ends.
-std::vector<std::vector<std::string>> ParseCsv(std::string_view text) {
-    std::vector<std::vector<std::string>> records;
-    std::vector<std::string> record;
-    std::string field;
-    bool quoted = false;
-    for (std::size_t i = 0; i < text.size(); ++i) {
-        const char letter = text[i];
-        if (quoted && letter == '"' && i + 1 < text.size() && text[i + 1] == '"') {
-            field += text[++i];
-        } else if (letter == '"') {
-            quoted = !quoted;
-        } else if (!quoted && (letter == ',' || letter == '\n')) {
-            record.push_back(std::move(field));
-            field.clear();
-            if (letter == '\n') {
-                records.push_back(std::move(record));
-                record.clear();
-            }
-        } else {
-            field += letter;
-        }
-    }
-    return records;
-}
-
 }  // namespace
 
 Outcome RunProgram(const std::vector<std::string>& command) {
@@ -125,6 +99,31 @@ std::vector<std::string> Lines(std::string_view text) {
         lines.push_back(std::move(line));
     }
     return lines;
+}
+
+std::vector<std::vector<std::string>> ParseCsv(std::string_view text) {
+    std::vector<std::vector<std::string>> records;
+    std::vector<std::string> record;
+    std::string field;
+    bool quoted = false;
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        const char letter = text[i];
+        if (quoted && letter == '"' && i + 1 < text.size() && text[i + 1] == '"') {
+            field += text[++i];
+        } else if (letter == '"') {
+            quoted = !quoted;
+        } else if (!quoted && (letter == ',' || letter == '\n')) {
+            record.push_back(std::move(field));
+            field.clear();
+            if (letter == '\n') {
+                records.push_back(std::move(record));
+                record.clear();
+            }
+        } else {
+            field += letter;
+        }
+    }
+    return records;
 }
 
 std::vector<Row> ExportedRows(const fs::path& database, const std::string& table) {

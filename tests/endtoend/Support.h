@@ -29,6 +29,9 @@ std::string ReadFile(const std::filesystem::path& path);
 void WriteFile(const std::filesystem::path& path, std::string_view content);
 std::vector<std::string> Lines(std::string_view text);
 
+/// Fields of comma separated text with doubled quotes; a quoted field may hold line ends.
+std::vector<std::vector<std::string>> ParseCsv(std::string_view text);
+
 /// A table as `mdb-export`, an independent reader, gives it: rows of texts by column name.
 using Row = std::map<std::string, std::string>;
 std::vector<Row> ExportedRows(const std::filesystem::path& database, const std::string& table);

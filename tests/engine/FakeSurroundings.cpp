@@ -57,6 +57,8 @@ std::unique_ptr<Recordset> Projected(std::string_view statement, const std::vect
 
 }  // namespace
 
+const std::string FakeEngine::reportDatabase = QUILLFORM_SOURCE_DIR "/README.md";
+
 std::unique_ptr<Recordset> FakeDatabase::OpenRecordset(std::string_view source, RecordsetType, RecordsetOption) {
     if (source.find("Report - Index") != std::string_view::npos) return CatalogRecords(data_.catalog);
     if (source.find("Report - Relation") != std::string_view::npos) {
@@ -88,8 +90,7 @@ Scene::Scene(std::vector<Field> fields, Rows rows) {
         data.catalog.push_back(row);
     }
     layout.ClearLayout();
-    // The run opens whatever file is there; what is in it comes from the fake.
-    layout.settings.strDatabase[1] = __FILE__;
+    layout.settings.strDatabase[1] = FakeEngine::reportDatabase;
     layout.settings.intCharChange1 = 50;
     layout.settings.intCharChange2 = 50;
 }
@@ -127,7 +128,7 @@ void Scene::GroupBy(int column) {
 }
 
 RunOutcome Scene::Run(Output& output, RunOptions options) {
-    FakeEngine engine(data);
+    FakeEngine engine(data, made);
     ReportRun run(layout, output, {engine, user, *runClock, measure}, options);
     return run.ProcessReport();
 }

@@ -93,23 +93,37 @@ private:
 
 class FakeEngine final : public DBEngine {
 public:
-    explicit FakeEngine(FakeData& data) : data_(data) {}
-    std::unique_ptr<Database> OpenDatabase(std::string_view, Access) override {
+    /// Databases that an output makes are `made`'s, where one is given.
+    explicit FakeEngine(FakeData& data, DBEngine* made = nullptr) : data_(data), made_(made) {}
+    std::unique_ptr<Database> OpenDatabase(std::string_view path, Access access) override {
+        if (made_ != nullptr && path != reportDatabase) return made_->OpenDatabase(path, access);
         return std::make_unique<FakeDatabase>(data_);
     }
-    std::unique_ptr<Database> CreateDatabase(std::string_view, DatabaseVersion) override { return nullptr; }
+    std::unique_ptr<Database> CreateDatabase(std::string_view path, DatabaseVersion version) override {
+        return made_ != nullptr ? made_->CreateDatabase(path, version) : nullptr;
+    }
+
+    /// The run opens whatever file is there; what is in it comes from the fake.
+    static const std::string reportDatabase;
 
 private:
     FakeData& data_;
+    DBEngine* made_;
 };
 
 class FakeUser final : public UserInterface {
 public:
     void Message(std::string_view text, std::string_view) override { messages.emplace_back(text); }
-    bool Ask(std::string_view, std::string_view, MessageIcon) override { return false; }
+    bool Ask(std::string_view question, std::string_view title, MessageIcon) override {
+        questions.emplace_back(std::string(title) + "|" + std::string(question));
+        return answersYes;
+    }
     void Warn(std::string_view text) override { warnings.emplace_back(text); }
     void Note(std::string_view) override {}
-    std::optional<std::string> SaveDialog(const FileDialog&) override { return std::nullopt; }
+    std::optional<std::string> SaveDialog(const FileDialog& dialog) override {
+        dialogs.push_back(dialog.title + "|" + dialog.filter + "|" + dialog.fileName + "|" + dialog.defaultExtension);
+        return chosenFile;
+    }
     std::optional<std::string> OpenDialog(const FileDialog&) override { return std::nullopt; }
     void ShowProgress() override {}
     void SetProgressMax(long long) override {}
@@ -119,6 +133,10 @@ public:
 
     std::vector<std::string> messages;
     std::vector<std::string> warnings;
+    std::vector<std::string> questions;  ///< "title|question"
+    std::vector<std::string> dialogs;    ///< "title|filter|file name|extension"
+    bool answersYes = false;
+    std::optional<std::string> chosenFile;  ///< of a save dialog; empty: cancelled
     int yields = 0;
     int cancelAtYield = -1;
 };
@@ -155,6 +173,7 @@ public:
     Layout layout;
     FakeData data;
     FakeUser user;
+    DBEngine* made = nullptr;  ///< makes the databases that an output makes
     FixedClock clock{36161.5};
     const Clock* runClock = &clock;
     CellMeasure measure;

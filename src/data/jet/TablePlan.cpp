@@ -14,16 +14,19 @@ constexpr std::size_t mostColumns = 255, mostTrees = 32, mostParts = 10, longest
 constexpr int longestText = 255, longestBinary = 255;
 constexpr std::uint16_t generalOrder = 0x0409;
 
-[[noreturn]] void Refuse(const std::string& why) { throw RunTimeError(ErrorNumber::InvalidArgument, why); }
+[[noreturn]] void Refuse(const std::string& why, ErrorNumber number = ErrorNumber::InvalidArgument) {
+    throw RunTimeError(number, why);
+}
 
 void CheckName(const std::string& name, const char* what) {
     const std::string quoted = std::string(what) + " name \"" + name + "\"";
-    if (name.empty() || CountUtf16Units(name) > longestName) Refuse("The " + quoted + " must have 1 to 64 characters.");
-    if (name.front() == ' ') Refuse("The " + quoted + " begins with a blank.");
+    const auto refuse = [&quoted](const char* why) { Refuse("The " + quoted + why, ErrorNumber::InvalidName); };
+    if (name.empty() || CountUtf16Units(name) > longestName) refuse(" must have 1 to 64 characters.");
+    if (name.front() == ' ') refuse(" begins with a blank.");
     for (const char letter : name)
         if (static_cast<unsigned char>(letter) < ' ' ||
             std::string_view(".!`[]").find(letter) != std::string_view::npos)
-            Refuse("The " + quoted + " holds a character that isn't allowed in names.");
+            refuse(" holds a character that isn't allowed in names.");
 }
 
 ColumnType ColumnTypeOf(const Field& field, Format format) {
@@ -190,13 +193,16 @@ void PlanIndexes(const TableDef& table, const Header& header, TableDefinition& p
 TableDefinition PlanTable(const TableDef& table, const Header& header) {
     const Layout& form = LayoutOf(header.format);
     CheckName(table.Name, "table");
-    if (table.Fields.empty() || table.Fields.size() > mostColumns)
-        Refuse("The table \"" + table.Name + "\" must have 1 to 255 columns.");
+    if (table.Fields.empty())
+        Refuse("The table \"" + table.Name + "\" must have a column.", ErrorNumber::NoFieldDefined);
+    if (table.Fields.size() > mostColumns)
+        Refuse("The table \"" + table.Name + "\" can have 255 columns at most.", ErrorNumber::TooManyFields);
     TableDefinition plan;
     for (std::size_t i = 0; i < table.Fields.size(); ++i) {
         plan.columns.push_back(PlanColumn(table.Fields[i], header, form));
         if (table.FindField(table.Fields[i].Name) != static_cast<int>(i))
-            Refuse("Two columns of the table are called \"" + table.Fields[i].Name + "\".");
+            Refuse("Two columns of the table are called \"" + table.Fields[i].Name + "\".",
+                   ErrorNumber::FieldDefinedTwice);
     }
     PlaceColumns(plan);
     std::size_t fixedBytes = 0;

@@ -373,7 +373,7 @@ TEST_P(JetWrite, RefusalsChangeNothing) {
     EXPECT_EQ(NumberOf([&] { storage->DropTable("U"); }), ErrorNumber::TableNotFound);
     EXPECT_EQ(NumberOf([&] { storage->DropTable("MSysObjects"); }), ErrorNumber::NotSupported);
     table.Name = "a.b";
-    EXPECT_EQ(NumberOf([&] { storage->CreateTable(table); }), ErrorNumber::InvalidArgument);
+    EXPECT_EQ(NumberOf([&] { storage->CreateTable(table); }), ErrorNumber::InvalidName);
     EXPECT_EQ(Check(file.Path()).fault, "");
 }
 
