@@ -27,8 +27,13 @@ public:
 
     /// A box with one OK button.
     virtual void Message(std::string_view text, std::string_view title = {}) = 0;
+    /// The same with an icon, which means something to windows only.
+    virtual void MessageWithIcon(std::string_view text, std::string_view title, MessageIcon) { Message(text, title); }
+    virtual void Beep() {}
     /// A Yes and No box.
     virtual bool Ask(std::string_view question, std::string_view title, MessageIcon icon = MessageIcon::Question) = 0;
+    /// A Retry and Cancel box; true is Retry. Where nobody can be asked, a retry would never end, so it is Cancel.
+    virtual bool AskRetry(std::string_view, std::string_view, MessageIcon = MessageIcon::Question) { return false; }
     /// Something the user should know that is no message of the described system: a font replaced, a path substituted,
     /// a character that the file can't hold. Never stops the work.
     virtual void Warn(std::string_view text) = 0;
