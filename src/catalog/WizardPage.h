@@ -1,5 +1,6 @@
 #pragma once
 
+#include <exception>
 #include <string>
 #include <string_view>
 
@@ -51,6 +52,13 @@ struct WizardTopic {
     int pass = 1;                      ///< which mask of a date, which formula of a field
 };
 
+/// Thrown out of a page whose reader left the configuration in the middle. It is no RunTimeError, because it ends the
+/// whole configuration and not one table's.
+class WizardLeft : public std::exception {
+public:
+    const char* what() const noexcept override { return "The configuration was left before its end."; }
+};
+
 /// The one question-and-answer page of a configuration, reused for every question. It knows nothing of the catalog: the
 /// walk sets its properties, shows it, and reads the answer. The form, a script and an answers file stand behind it.
 ///
@@ -73,7 +81,7 @@ public:
     virtual void SetExplaination(std::string_view text) = 0;
     virtual void SetTextLabel(std::string_view text) = 0;
 
-    /// Shows the page until one of its buttons is pressed.
+    /// Shows the page until one of its buttons is pressed. Throws WizardLeft.
     virtual void Show() = 0;
 
     virtual WizardResponse ButtonResponse() const = 0;
