@@ -45,14 +45,38 @@ function(quillform_library folder)
     PRIVATE ${ARG_PRIVATE} quillform_warnings)
 endfunction()
 
-# quillform_test(<name> SOURCES ... LINK ...): one test program; its cases become ctest cases.
+# quillform_forms(<folder> SOURCES ... [PUBLIC ...] [PRIVATE ...]): the forms of a folder, a target of its own beside the
+# folder's library (quillform_catalog_forms), or the folder's only target where the whole folder is forms
+# (quillform_desktop). Qt's headers and its code generators work here alone. Nothing happens on a machine without Qt.
+function(quillform_forms folder)
+  if(NOT TARGET Qt6::Widgets)
+    return()
+  endif()
+  set(name quillform_${folder})
+  set(alias quillform::${folder})
+  if(TARGET ${name})
+    string(APPEND name _forms)
+    string(APPEND alias _forms)
+  endif()
+  cmake_parse_arguments(ARG "" "" "SOURCES;PUBLIC;PRIVATE" ${ARGN})
+  add_library(${name} STATIC ${ARG_SOURCES})
+  add_library(${alias} ALIAS ${name})
+  set_target_properties(${name} PROPERTIES AUTOMOC ON AUTORCC ON)
+  target_compile_definitions(${name} PRIVATE QT_NO_KEYWORDS)
+  quillform_expose(${name} ${folder})
+  target_link_libraries(${name} PUBLIC ${ARG_PUBLIC} Qt6::Widgets quillform_sanitizers
+    PRIVATE ${ARG_PRIVATE} quillform_warnings)
+endfunction()
+
+# quillform_test(<name> SOURCES ... LINK ... [ENVIRONMENT ...]): one test program; its cases become ctest cases, run with
+# the given environment (NAME=VALUE).
 function(quillform_test name)
-  cmake_parse_arguments(ARG "" "" "SOURCES;LINK" ${ARGN})
+  cmake_parse_arguments(ARG "" "" "SOURCES;LINK;ENVIRONMENT" ${ARGN})
   add_executable(${name} ${ARG_SOURCES})
   target_link_libraries(${name} PRIVATE ${ARG_LINK} GTest::gtest GTest::gtest_main quillform_sanitizers
     quillform_warnings)
   target_include_directories(${name} PRIVATE ${CMAKE_SOURCE_DIR}/tests)
   target_compile_definitions(${name} PRIVATE QUILLFORM_SOURCE_DIR="${CMAKE_SOURCE_DIR}")
   gtest_discover_tests(${name} DISCOVERY_MODE PRE_TEST WORKING_DIRECTORY ${CMAKE_CURRENT_BINARY_DIR}
-    PROPERTIES TIMEOUT 300)
+    PROPERTIES TIMEOUT 300 ENVIRONMENT "${ARG_ENVIRONMENT}")
 endfunction()

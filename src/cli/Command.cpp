@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "cli/Version.h"
+#include "platform/Text.h"
 
 namespace quillform::cli {
 
@@ -29,6 +30,7 @@ std::string Padded(std::string text, std::size_t width) {
 std::string Help() {
     std::string text =
         "Usage: quillform VERB [SWITCHES] ...\n"
+        "       quillform [LAYOUT.REP]    in windows\n"
         "Designs and runs reports over Microsoft Access databases (.mdb).\n\n"
         "Verbs:\n";
     for (const Verb* verb : Verbs())
@@ -61,7 +63,30 @@ void Complain(std::string_view sentence) {
     std::fprintf(stderr, "quillform: %.*s\n", static_cast<int>(sentence.size()), sentence.data());
 }
 
-ExitCode RunVerb(const Verb& verb, std::span<const std::string_view> words) {
+/// Does the work and turns what it throws into a sentence and an exit code. `verb` has the help to look into.
+template <typename Work>
+ExitCode Guarded(std::string_view verb, Work work) {
+    try {
+        return work();
+    } catch (const UsageError& error) {
+        const std::string words = verb.empty() ? "" : std::string(verb) + " ";
+        Complain(std::string(error.what()) + "; try \"quillform " + words + "--help\".");
+        return ExitCode::Usage;
+    } catch (const RunTimeError& error) {
+        Complain(error.what());
+        return ExitCodeOf(error);
+    }
+}
+
+/// `otherwise` is the end of the sentence that says why no window can be opened.
+ExitCode OpenWindows(const DesktopRequest& request, const std::string& otherwise, const Desktop& desktop) {
+    if (!desktop) throw UsageError("this installation has no windows, only the command" + otherwise);
+    if (!HasDisplay())
+        throw RunTimeError(ErrorNumber::NotSupported, "there is no display to open a window on" + otherwise + ".");
+    return desktop(request);
+}
+
+ExitCode RunVerb(const Verb& verb, std::span<const std::string_view> words, const Desktop& desktop) {
     for (const std::string_view word : words) {
         if (word == "--") break;
         if (word == "--help" || word == "-h") {
@@ -73,22 +98,28 @@ ExitCode RunVerb(const Verb& verb, std::span<const std::string_view> words) {
             return ExitCode::Done;
         }
     }
-    try {
-        return verb.run(Arguments(words, verb.switches));
-    } catch (const UsageError& error) {
-        Complain(std::string(error.what()) + "; try \"quillform " + std::string(verb.name) + " --help\".");
-        return ExitCode::Usage;
-    } catch (const RunTimeError& error) {
-        Complain(error.what());
-        return ExitCodeOf(error);
-    }
+    return Guarded(verb.name, [&] {
+        const Arguments arguments(words, verb.switches);
+        if (const auto request = verb.windows ? verb.windows(arguments) : std::nullopt)
+            return OpenWindows(*request, "; " + std::string(verb.withoutWindows), desktop);
+        return verb.run(arguments);
+    });
 }
 
-ExitCode Dispatch(std::span<const std::string_view> words) {
-    if (words.empty()) {
-        Complain("this build has no desktop program to open; try \"quillform --help\".");
-        return ExitCode::Usage;
-    }
+/// The desktop program, for words that are no verb: none at all, or a layout alone.
+ExitCode OpenProgram(std::span<const std::string_view> words, const Desktop& desktop) {
+    OpenDesktop request;
+    if (!words.empty()) request.layout = std::string(words[0]);
+    return Guarded("", [&] { return OpenWindows(request, "", desktop); });
+}
+
+bool IsLayout(std::string_view word) {
+    constexpr std::string_view extension = ".rep";
+    return word.size() > extension.size() && EqualCaseBlind(word.substr(word.size() - extension.size()), extension);
+}
+
+ExitCode Dispatch(std::span<const std::string_view> words, const Desktop& desktop) {
+    if (words.empty() || (words.size() == 1 && IsLayout(words[0]))) return OpenProgram(words, desktop);
     if (words[0] == "--help" || words[0] == "-h" || words[0] == "help") {
         Print(Help());
         return ExitCode::Done;
@@ -99,17 +130,16 @@ ExitCode Dispatch(std::span<const std::string_view> words) {
     }
     const auto found =
         std::find_if(Verbs().begin(), Verbs().end(), [&](const Verb* verb) { return verb->name == words[0]; });
-    if (found != Verbs().end()) return RunVerb(**found, words.subspan(1));
-    Complain("there is no verb \"" + std::string(words[0]) +
-             "\", and this build has no desktop program to open it with; try \"quillform --help\".");
+    if (found != Verbs().end()) return RunVerb(**found, words.subspan(1), desktop);
+    Complain("there is no verb \"" + std::string(words[0]) + "\"; try \"quillform --help\".");
     return ExitCode::Usage;
 }
 
 }  // namespace
 
-ExitCode RunCommand(std::span<const std::string_view> words) {
+ExitCode RunCommand(std::span<const std::string_view> words, const Desktop& desktop) {
     try {
-        const ExitCode code = Dispatch(words);
+        const ExitCode code = Dispatch(words, desktop);
         if (std::fflush(stdout) == 0 || code != ExitCode::Done) return code;
         Complain("the standard output can't be written.");
         return ExitCode::Target;

@@ -33,6 +33,7 @@ void RedirectTo(int descriptor, const fs::path& file) {
     dup2(nothing, STDIN_FILENO);
     unsetenv("DISPLAY");
     unsetenv("WAYLAND_DISPLAY");
+    unsetenv("QT_QPA_PLATFORM");
     setenv("SOURCE_DATE_EPOCH", fixedDate, 1);
     setenv("QUILLFORM_HOME", (home / "program").c_str(), 1);
     std::vector<char*> arguments;

@@ -1,0 +1,82 @@
+#include "desktop/DesktopUser.h"
+
+#include <QApplication>
+#include <QMessageBox>
+
+#include "desktop/FileDialogs.h"
+#include "support/frmText.h"
+
+namespace quillform {
+
+namespace {
+
+using namespace std::chrono_literals;
+
+/// Often enough for a button that feels alive, and too seldom to cost a run anything.
+constexpr auto yieldInterval = 10ms;
+
+QMessageBox::Icon IconOf(MessageIcon icon) {
+    switch (icon) {
+        case MessageIcon::None:
+            return QMessageBox::NoIcon;
+        case MessageIcon::Question:
+            return QMessageBox::Question;
+        case MessageIcon::Exclamation:
+            return QMessageBox::Warning;
+    }
+    return QMessageBox::NoIcon;
+}
+
+QMessageBox::StandardButton ShowBox(QMessageBox::Icon icon, std::string_view title, std::string_view text,
+                                    QMessageBox::StandardButtons buttons, std::string_view details = {}) {
+    QMessageBox box(icon, title.empty() ? QApplication::applicationDisplayName() : ToQt(title), ToQt(text), buttons,
+                    QApplication::activeWindow());
+    box.setTextFormat(Qt::PlainText);  // names in it may look like markup
+    box.setInformativeText(ToQt(details));
+    return static_cast<QMessageBox::StandardButton>(box.exec());
+}
+
+}  // namespace
+
+void DesktopUser::Message(std::string_view text, std::string_view title) {
+    ShowBox(QMessageBox::NoIcon, title, text, QMessageBox::Ok);
+}
+
+bool DesktopUser::Ask(std::string_view question, std::string_view title, MessageIcon icon) {
+    return ShowBox(IconOf(icon), title, question, QMessageBox::Yes | QMessageBox::No) == QMessageBox::Yes;
+}
+
+void DesktopUser::Warn(std::string_view text) { warnings_.emplace_back(text); }
+
+void DesktopUser::ShowWarnings() {
+    if (warnings_.empty()) return;
+    std::string text;
+    for (const std::string& warning : warnings_) text += (text.empty() ? "" : "\n\n") + warning;
+    warnings_.clear();
+    ShowBox(QMessageBox::Warning, {}, text, QMessageBox::Ok);
+}
+
+std::optional<std::string> DesktopUser::SaveDialog(const FileDialog& dialog) {
+    return ShowSaveDialog(dialog, QApplication::activeWindow());
+}
+
+std::optional<std::string> DesktopUser::OpenDialog(const FileDialog& dialog) {
+    return ShowOpenDialog(dialog, QApplication::activeWindow());
+}
+
+void DesktopUser::ShowProgress() {
+    panel_.SetMaximum(0);
+    panel_.show();
+    lastYield_ = {};
+}
+
+bool DesktopUser::YieldAndIsCancelled() {
+    const auto now = std::chrono::steady_clock::now();
+    if (now - lastYield_ >= yieldInterval) {
+        QApplication::processEvents();
+        lastYield_ = std::chrono::steady_clock::now();
+    }
+    return panel_.IsCancelled();
+}
+
+}  // namespace quillform

@@ -1,0 +1,34 @@
+#include "desktop/Windows.h"
+
+#include "desktop/Application.h"
+#include "desktop/DesktopUser.h"
+
+namespace quillform {
+
+namespace {
+
+/// Opens what is asked for.
+struct Opener {
+    DesktopUser& user;
+
+    cli::ExitCode operator()(const cli::OpenDesktop&) const { return Unready(); }
+    cli::ExitCode operator()(const cli::ConfigureInWindows&) const { return Unready(); }
+
+    cli::ExitCode Unready() const {
+        user.Message(
+            "Questions can't be asked in windows yet; quillform configure DATABASE --defaults takes the "
+            "proposed answers.",
+            {});
+        return cli::ExitCode::Failed;
+    }
+};
+
+}  // namespace
+
+cli::ExitCode OpenWindows(const cli::DesktopRequest& request) {
+    const Application application;
+    DesktopUser user;
+    return std::visit(Opener{user}, request);
+}
+
+}  // namespace quillform

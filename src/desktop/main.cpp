@@ -1,0 +1,9 @@
+#include <vector>
+
+#include "cli/Command.h"
+#include "desktop/Windows.h"
+
+int main(int count, char** words) {
+    const std::vector<std::string_view> arguments(words + 1, words + count);
+    return static_cast<int>(quillform::cli::RunCommand(arguments, quillform::OpenWindows));
+}
