@@ -1,4 +1,3 @@
-#include <algorithm>
 #include <array>
 #include <cstdio>
 #include <filesystem>
@@ -22,7 +21,8 @@ namespace {
 
 constexpr Switch switches[] = {
     {'d', "database", "FILE", "report on this database instead of the layout's"},
-    {'t', "type", "TYPE", "pdf, txt, csv, word, wordperfect or mdb; else by FILE's extension, else as the layout says"},
+    {'t', "type", "TYPE",
+     "pdf, screen, txt, rtf, csv, word, wordperfect or mdb; else by FILE's extension, else as the layout says"},
     {'o', "output", "FILE", "write here; a folder takes the layout's name; - is standard output"},
     {'q', "query", "FILE", "add the conditions of a query file (.QRY) to the layout's"},
     {0, "walk", "HOW", "one-pass, groups, or measured: whichever is quicker (the default)"},
@@ -78,17 +78,14 @@ OutputType ChooseType(const Arguments& arguments, const ReportSettings& settings
         const std::string extension = std::filesystem::path(*file).extension().string();
         if (extension.size() > 1) type = TypeOf(extension.substr(1)).value_or(type);
     }
-    const auto supported = SupportedOutputs();
-    if (std::find(supported.begin(), supported.end(), type) != supported.end()) return type;
-    throw UsageError("the output type " + std::string(NameOf(type)) +
-                     " can't be made by this version; --type takes pdf, txt, csv, word, wordperfect or mdb");
+    return type;
 }
 
 std::string ChooseFile(const Arguments& arguments, const Layout& layout, OutputType type) {
     const std::string stem = std::filesystem::path(layout.strLayoutFile).stem().string();
     const std::string name = stem + std::string(ExtensionOf(type));
     const auto chosen = arguments.Value("output");
-    if (!chosen) return name;
+    if (!chosen) return type == OutputType::Screen ? ScreenFileOf(layout) : name;
     std::error_code ignored;  // what isn't there is no folder
     if (std::filesystem::is_directory(*chosen, ignored)) return (std::filesystem::path(*chosen) / name).string();
     return *chosen;

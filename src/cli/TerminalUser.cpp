@@ -62,6 +62,11 @@ void TerminalUser::Note(std::string_view text) {
     PrintLine(text);
 }
 
+/// There is no window here, so the file is named instead.
+void TerminalUser::ShowPrintWindow(const std::string& file) {
+    Note("The screen report is in \"" + file + "\"; any program that reads rich text shows it.");
+}
+
 void TerminalUser::SetProgress(long long value) {
     if (!showsProgress_ || maximum_ <= 0) return;
     const auto now = std::chrono::steady_clock::now();

@@ -25,6 +25,7 @@ public:
     void Note(std::string_view text) override;
     std::optional<std::string> SaveDialog(const FileDialog&) override { return std::nullopt; }
     std::optional<std::string> OpenDialog(const FileDialog&) override { return std::nullopt; }
+    void ShowPrintWindow(const std::string& file) override;
     void ShowProgress() override {}
     void SetProgressMax(long long maximum) override { maximum_ = maximum; }
     void SetProgress(long long value) override;

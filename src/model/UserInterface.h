@@ -44,6 +44,9 @@ public:
     virtual std::optional<std::string> SaveDialog(const FileDialog& dialog) = 0;
     virtual std::optional<std::string> OpenDialog(const FileDialog& dialog) = 0;
 
+    /// Shows the finished file of the screen output, and comes back when the user has seen enough.
+    virtual void ShowPrintWindow(const std::string&) {}
+
     // The progress panel: shown with 0 of 0, then told its maximum, then its value.
     virtual void ShowProgress() = 0;
     virtual void SetProgressMax(long long maximum) = 0;

@@ -3,6 +3,7 @@
 #include "output/AccessOutput.h"
 #include "output/MergeOutput.h"
 #include "output/PrinterOutput.h"
+#include "output/RtfOutput.h"
 #include "output/TextOutput.h"
 
 namespace quillform {
@@ -22,16 +23,12 @@ std::unique_ptr<Output> MakeOutput(OutputType type, const OutputTarget& target) 
         case OutputType::AccessDatabase:
             return std::make_unique<AccessOutput>(target);
         case OutputType::Screen:
+            return std::make_unique<RtfOutput>(target, RtfOutput::Use::Screen);
         case OutputType::RichText:
-            break;
+            return std::make_unique<RtfOutput>(target, RtfOutput::Use::Document);
     }
-    throw RunTimeError(ErrorNumber::NotSupported, std::string("The output type \"") + static_cast<char>(type) +
-                                                      "\" can't be made by this version.");
-}
-
-std::vector<OutputType> SupportedOutputs() {
-    return {OutputType::Printer,          OutputType::Text,          OutputType::CommaSeparated, OutputType::WordMerge,
-            OutputType::WordPerfectMerge, OutputType::AccessDatabase};
+    throw RunTimeError(ErrorNumber::NotSupported,
+                       std::string("There is no output type \"") + static_cast<char>(type) + "\".");
 }
 
 std::string_view ExtensionOf(OutputType type) {
@@ -52,6 +49,10 @@ std::string_view ExtensionOf(OutputType type) {
             return ".doc";
     }
     return {};
+}
+
+std::string ScreenFileOf(const Layout& layout) {
+    return layout.strAppPath + "DISPLY" + std::to_string(layout.intPreviewNumber) + ".RTF";
 }
 
 }  // namespace quillform

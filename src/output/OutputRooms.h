@@ -21,11 +21,11 @@ struct OutputTarget {
     std::optional<DatabaseVersion> format{};
 };
 
-/// The one place where an output type becomes an output. RunTimeError NotSupported for a type that can't be made yet.
+/// The one place where an output type becomes an output. RunTimeError NotSupported for a letter that is none.
 std::unique_ptr<Output> MakeOutput(OutputType type, const OutputTarget& target);
-/// The types that MakeOutput makes.
-std::vector<OutputType> SupportedOutputs();
 /// Extension, with its point, that a file of the type usually has: ".pdf", ".txt", ...
 std::string_view ExtensionOf(OutputType type);
+/// File of the screen output: "DISPLY1.RTF" in the program's folder, 1 being the preview number.
+std::string ScreenFileOf(const Layout& layout);
 
 }  // namespace quillform

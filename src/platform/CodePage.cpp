@@ -23,14 +23,6 @@ constexpr std::array<char16_t, 32> kUpperControls = {
     0x2013, 0x2014, 0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0x9D,   0x017E, 0x0178,
 };
 
-/// The byte of a code point in 1252; -1 if it has none.
-int Cp1252Byte(char32_t codePoint) {
-    if (codePoint < 0x80 || (codePoint >= 0xA0 && codePoint <= 0xFF)) return static_cast<int>(codePoint);
-    for (std::size_t i = 0; i < kUpperControls.size(); ++i)
-        if (kUpperControls[i] == codePoint) return static_cast<int>(0x80 + i);
-    return -1;
-}
-
 /// Name of a Windows code page as iconv knows it.
 std::string IconvName(int codePage) {
     if (codePage >= 28591 && codePage <= 28606) return "ISO-8859-" + std::to_string(codePage - 28590);
@@ -193,6 +185,13 @@ std::string Utf8FromCp1252(std::string_view bytes) {
         AppendCodePoint(byte < 0xA0 ? char32_t{kUpperControls[byte - 0x80u]} : char32_t{byte}, result);
     }
     return result;
+}
+
+int Cp1252Byte(char32_t codePoint) {
+    if (codePoint < 0x80 || (codePoint >= 0xA0 && codePoint <= 0xFF)) return static_cast<int>(codePoint);
+    for (std::size_t i = 0; i < kUpperControls.size(); ++i)
+        if (kUpperControls[i] == codePoint) return static_cast<int>(0x80 + i);
+    return -1;
 }
 
 void AppendCp1252(std::string_view utf8, std::string& out, std::size_t* replaced) {

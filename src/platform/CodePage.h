@@ -11,6 +11,8 @@ namespace quillform {
 std::string Utf8FromCp1252(std::string_view bytes);
 /// Characters that 1252 doesn't have become '?'; `replaced`, where given, is raised by their number.
 std::string Cp1252FromUtf8(std::string_view text, std::size_t* replaced = nullptr);
+/// The byte of a code point in 1252; -1 if it has none.
+int Cp1252Byte(char32_t codePoint);
 void AppendCp1252(std::string_view utf8, std::string& out, std::size_t* replaced = nullptr);
 
 /// Text of another Windows code page (1250, 1251, 1253, 932, ...). 1252 goes through the table above. Bytes that the

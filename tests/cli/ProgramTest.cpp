@@ -60,7 +60,6 @@ TEST_F(Program, RefusesInOneSentenceAndLeavesNothing) {
         {{"run"}, 2, "LAYOUT.REP"},
         {{"run", "@STOCK.REP", "--tpye", "pdf"}, 2, "--tpye"},
         {{"run", "@STOCK.REP", "-t", "gif"}, 2, "\"gif\""},
-        {{"run", "@STOCK.REP", "-t", "rtf"}, 2, "--type takes"},
         {{"run", "@STOCK.REP", "--walk", "on-foot"}, 2, "one-pass"},
         {{"run", "@STOCK.REP", "--date", "someday"}, 2, "someday"},
         {{"run", "@STOCK.REP", "--paper", "0"}, 2, "paper"},
