@@ -25,6 +25,8 @@ enum class ErrorNumber : int {
     ObjectNotSet = 91,
     InvalidUseOfNull = 94,
     ObjectDoesNotExist = 340,
+    PrinterFailed = 482,
+    PrinterInformation = 484,
     DialogCancelled = 32755,
     NoCurrentRecord = 3021,
     DuplicateKey = 3022,
