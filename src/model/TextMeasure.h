@@ -26,6 +26,8 @@ public:
     virtual double TextWidth(FontId font, std::string_view text) const = 0;
     /// Height of one line of text in the font.
     virtual double TextHeight(FontId font) const = 0;
+    /// From the upper edge of a line to its baseline; texts of several fonts on a line share the baseline.
+    virtual double TextAscent(FontId font) const { return TextHeight(font) * 0.8; }
 };
 
 }  // namespace quillform

@@ -27,6 +27,7 @@ public:
     FontId Font(const FontSpec& spec) override { return book_.Find(spec); }
     double TextWidth(FontId font, std::string_view text) const override { return book_.TextWidth(font, text); }
     double TextHeight(FontId font) const override { return book_.At(font).height; }
+    double TextAscent(FontId font) const override { return book_.At(font).ascent; }
 
     // The document
     void SetTitle(std::string_view title) override {
