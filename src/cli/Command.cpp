@@ -14,9 +14,9 @@ namespace quillform::cli {
 
 namespace {
 
-const std::array<const Verb*, 8>& Verbs() {
-    static const std::array<const Verb*, 8> verbs = {&runVerb, &configureVerb, &checkVerb, &tablesVerb,
-                                                     &sqlVerb, &exportVerb,    &infoVerb,  &sampleVerb};
+const std::array<const Verb*, 9>& Verbs() {
+    static const std::array<const Verb*, 9> verbs = {&runVerb,    &configureVerb, &checkVerb, &tablesVerb, &sqlVerb,
+                                                     &exportVerb, &infoVerb,      &showVerb,  &sampleVerb};
     return verbs;
 }
 
@@ -37,12 +37,11 @@ std::string Help() {
         text += "  " + Padded(std::string(verb->name), 12) + std::string(verb->summary) + "\n";
     text +=
         "\nSwitches:\n"
-        "  -h, --help            this text; behind a verb, the verb's own\n"
-        "      --list-printers   the printers of the system; with --json as JSON\n"
-        "      --version         the version\n\n"
+        "  -h, --help      this text; behind a verb, the verb's own\n"
+        "      --version   the version\n\n"
         "Exit codes: 0 done; 1 the work failed; 2 wrong usage; 3 done, but no records; 4 done with warnings under\n"
-        "--strict; 5 database missing, damaged, locked or not readable; 6 layout or query file unreadable or pointing\n"
-        "at what isn't there; 7 output can't be written; 130 interrupted.\n";
+        "--strict; 5 database missing, damaged, locked or not readable; 6 layout, query or rich text file unreadable,\n"
+        "or pointing at what isn't there; 7 output can't be written; 130 interrupted.\n";
     return text;
 }
 
@@ -129,8 +128,6 @@ ExitCode Dispatch(std::span<const std::string_view> words, const Desktop& deskto
         Print(std::string(versionLine) + "\n");
         return ExitCode::Done;
     }
-    // Which printer to name is asked before there is a report to run.
-    if (words[0] == "--list-printers") return RunVerb(runVerb, words, desktop);
     const auto found =
         std::find_if(Verbs().begin(), Verbs().end(), [&](const Verb* verb) { return verb->name == words[0]; });
     if (found != Verbs().end()) return RunVerb(**found, words.subspan(1), desktop);

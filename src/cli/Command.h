@@ -31,6 +31,7 @@ extern const Verb tablesVerb;
 extern const Verb sqlVerb;
 extern const Verb exportVerb;
 extern const Verb infoVerb;
+extern const Verb showVerb;
 extern const Verb sampleVerb;
 
 /// The whole command: `words` are the arguments without the program's name. Writes one sentence to standard error for

@@ -18,16 +18,13 @@ ExitCode ExitCodeOf(const RunTimeError& error) {
         case ErrorNumber::TableNotFound:
         case ErrorNumber::TooFewParameters:
         case ErrorNumber::FileNotFound:
+        case ErrorNumber::InvalidFileFormat:
             return ExitCode::Layout;
         case ErrorNumber::PathNotFound:
         case ErrorNumber::PermissionDenied:
         case ErrorNumber::DiskFull:
         case ErrorNumber::DeviceIo:
-        case ErrorNumber::PrinterFailed:
-        case ErrorNumber::PrinterInformation:
             return ExitCode::Target;
-        case ErrorNumber::DialogCancelled:
-            return ExitCode::Interrupted;
         default:
             return ExitCode::Failed;
     }
