@@ -21,10 +21,21 @@ DesignSurface::DesignSurface(Layout& layout, TextMeasure& measure) : layout_(lay
 void DesignSurface::ClearLayout() {
     pictures_.Clear();
     layout_.ClearLayout();
+    GoToPageCorner();
+    SetPageSize();
+}
+
+void DesignSurface::ShowLayout() {
+    GoToPageCorner();
+    geometry_.SetPageSize(ReportSettings{});  // a paper that isn't known keeps the ranges of a new layout
+    ShowItems();
+    SetPageSize();
+}
+
+void DesignSurface::GoToPageCorner() {
     geometry_.HScroll1.Value = geometry_.HScroll1.Max = 0;
     geometry_.VScroll1.Value = geometry_.VScroll1.Max = 0;
     intSelected = 0;
-    SetPageSize();
 }
 
 void DesignSurface::ShowItems() {
@@ -86,6 +97,19 @@ void DesignSurface::VScroll1_Change() {
         if (Picture* const picture = pictures_.Find(item.Index))
             picture->box.top = static_cast<double>(item.Top) - geometry_.VScroll1.Value;
     Changed();
+}
+
+void DesignSurface::Reveal(int index) {
+    const Picture* const picture = pictures_.Find(index);
+    if (!picture) return;
+    const auto needed = [](double from, double to, double room) {
+        // Only numbers that a scroll bar can count to; an item may stand anywhere.
+        const double beyond = std::min(std::max(0.0, to - room), from);
+        return static_cast<int>(std::clamp(from < 0 ? std::floor(from) : std::ceil(beyond), -32767.0, 32767.0));
+    };
+    ScrollTo(
+        geometry_.HScroll1.Value + needed(picture->box.left, picture->box.Right(), geometry_.Picture2.ScaleWidth),
+        geometry_.VScroll1.Value + needed(picture->box.top, picture->box.Bottom(), geometry_.Picture2.ScaleHeight));
 }
 
 int DesignSurface::FindItem(int index) const {

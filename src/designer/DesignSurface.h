@@ -35,7 +35,10 @@ public:
 
     /// No items, no pictures, new-layout settings, scrolled to the page's corner, nothing selected.
     void ClearLayout();
-    /// Pictures for all items anew, in the order of Fields; for a layout that was loaded or changed from outside.
+    /// The page and the pictures of a layout that was loaded: page size, scrolled to the page's corner, nothing
+    /// selected.
+    void ShowLayout();
+    /// Pictures for all items anew, in the order of Fields.
     void ShowItems();
 
     // Page and scrolling
@@ -46,6 +49,8 @@ public:
     /// Moves the pictures to where the horizontal scroll bar wants them. An item whose picture is gone goes, too.
     void HScroll1_Change();
     void VScroll1_Change();
+    /// Scrolls as little as brings the picture into the viewport, its left and upper edge first.
+    void Reveal(int index);
 
     // Items and their pictures
 
@@ -98,6 +103,7 @@ private:
         if (onChange) onChange();
     }
     void ShowItem(const clssFields& item);
+    void GoToPageCorner();
     void Draw(Picture& picture, const clssFields& item, std::string_view shown);
 
     Layout& layout_;

@@ -59,10 +59,16 @@ void ItemEditing::Pic_MouseUp(int index, double x) {
     SizeTo(index, std::floor(x));
 }
 
+Box ItemEditing::DropBox(int source, double x, double y) const {
+    const Picture* const picture = surface_.Pic().Find(source);
+    if (!picture) return {};
+    return {Snapped(x - static_cast<double>(sngMouseX), intGridX),
+            Snapped(y - static_cast<double>(sngMouseY), intGridY), picture->box.width, picture->box.height};
+}
+
 void ItemEditing::Picture2_DragDrop(int source, double x, double y) {
-    const double left = Snapped(x - static_cast<double>(sngMouseX), intGridX);
-    const double top = Snapped(y - static_cast<double>(sngMouseY), intGridY);
-    surface_.MovePicture(source, left, top);
+    const Box dropped = DropBox(source, x, y);
+    surface_.MovePicture(source, dropped.left, dropped.top);
     Select(source);
     StorePlace(source);
 }

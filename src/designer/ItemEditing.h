@@ -40,6 +40,8 @@ public:
     /// Ends a sizing drag at X: whole cells, at least one, so that no item gets lost. A drag ends by its drop.
     void Pic_MouseUp(int index, double x);
 
+    /// Where a drop at a point of the viewport would leave a dragged picture, in the viewport.
+    Box DropBox(int source, double x, double y) const;
     /// Drops a dragged picture on the viewport at a point of it, on whole cells; halves go to the left and up. There is
     /// no bound: an item may be dragged off the page, and comes back by the keys.
     void Picture2_DragDrop(int source, double x, double y);

@@ -1,0 +1,50 @@
+// A report run from the form.
+
+#include <QMenuBar>
+#include <memory>
+
+#include "designer/FormatBar.h"
+#include "designer/RunPanel.h"
+#include "designer/SurfaceFrame.h"
+#include "designer/frmCustomReport.h"
+#include "engine/ReportRun.h"
+#include "output/OutputRooms.h"
+
+namespace quillform::designer {
+
+void frmCustomReport::EnableParts(bool isEnabled) {
+    menuBar()->setEnabled(isEnabled);
+    bar_->setEnabled(isEnabled);
+    frame_->setEnabled(isEnabled);
+    if (isEnabled) frame_->View().setFocus();
+}
+
+void frmCustomReport::ProcessReport(OutputType Flag) {
+    if (isRunning_) return;
+    isRunning_ = true;
+    boolCancelReport_ = false;  // an Esc from before belongs to no report
+    EnableParts(false);
+    try {
+        Run(Flag);
+    } catch (const RunTimeError& error) {
+        services_.user.Message(error.what());
+    }
+    Picture1_->hide();
+    EnableParts(true);
+    isRunning_ = false;
+    ShowChanges();
+    if (forms_.showWarnings) forms_.showWarnings();
+    if (std::exchange(closesAfterRun_, false)) close();
+}
+
+void frmCustomReport::Run(OutputType type) {
+    RunUser user(services_.user, *Picture1_, boolCancelReport_);
+    const std::unique_ptr<Output> output = MakeOutput(type, {});
+    ReportRun report(services_.layout, *output, {services_.engine, user, services_.clock, fonts_});
+    const RunOutcome outcome = report.ProcessReport();
+    if (outcome.failure) user.Message(outcome.failure->what(), {});
+    if (outcome.end == RunEnd::NoPrimaryRow)
+        user.Message("The primary sort field of the layout is no longer in the catalog.", {});
+}
+
+}  // namespace quillform::designer
