@@ -1,6 +1,7 @@
 #include "desktop/Windows.h"
 
 #include "desktop/Application.h"
+#include "desktop/DesignerProgram.h"
 #include "desktop/DesktopUser.h"
 
 namespace quillform {
@@ -11,7 +12,7 @@ namespace {
 struct Opener {
     DesktopUser& user;
 
-    cli::ExitCode operator()(const cli::OpenDesktop&) const { return Unready(); }
+    cli::ExitCode operator()(const cli::OpenDesktop& request) const { return OpenDesigner(user, request.layout); }
     cli::ExitCode operator()(const cli::ConfigureInWindows&) const { return Unready(); }
 
     cli::ExitCode Unready() const {

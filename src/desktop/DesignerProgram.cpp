@@ -1,0 +1,70 @@
+#include "desktop/DesignerProgram.h"
+
+#include <QEventLoop>
+#include <filesystem>
+
+#include "catalog/CheckDatabase.h"
+#include "catalog/WizardWalk.h"
+#include "catalog/frmRptWizard.h"
+#include "data/Engine.h"
+#include "designer/frmCustomReport.h"
+#include "engine/ReportRun.h"
+#include "platform/Paths.h"
+#include "sample/SampleData.h"
+
+namespace quillform {
+
+namespace {
+
+/// A new layout reports on the sample database, so it is made where it is missing.
+void MakeSamplesOnce(const Layout& layout, DBEngine& engine, UserInterface& user) {
+    if (FindFile(layout.settings.strDatabase[1])) return;
+    try {
+        sample::WriteSamples(engine, layout.strAppPath);
+    } catch (const RunTimeError& error) {
+        user.Warn("The sample database can't be made.  " + std::string(error.what()));
+    }
+}
+
+void CheckReportDatabase(const Layout& layout, DBEngine& engine, DesktopUser& user) {
+    const std::optional<std::string> path = FindReportDatabase(layout, user);
+    frmRptWizard page(engine, path.value_or(std::string()));
+    WizardWalk walk(page, user);
+    try {
+        CheckDatabaseforReportData(path, engine, user, walk);
+    } catch (const WizardLeft&) {
+        // What was answered until then is stored, and the next check asks for the rest.
+    }
+    user.ShowWarnings();
+}
+
+/// The caption names the layout by its whole path, whatever folder the program was started in.
+std::optional<std::string> WholePath(const std::optional<std::string>& layoutFile) {
+    if (!layoutFile) return std::nullopt;
+    const std::optional<ResolvedPath> found = FindFile(*layoutFile);
+    if (!found) return layoutFile;
+    return std::filesystem::absolute(found->path).lexically_normal().string();
+}
+
+}  // namespace
+
+cli::ExitCode OpenDesigner(DesktopUser& user, const std::optional<std::string>& layoutFile) {
+    const SystemClock clock;
+    const std::unique_ptr<DBEngine> engine = data::MakeEngine(clock);
+    Layout layout;
+    layout.InitReportModule();
+    layout.ClearLayout();
+    MakeSamplesOnce(layout, *engine, user);
+
+    designer::DesignerForms forms;
+    forms.checkDatabase = [&] { CheckReportDatabase(layout, *engine, user); };
+    forms.showWarnings = [&] { user.ShowWarnings(); };
+    designer::frmCustomReport form({layout, user, *engine, clock}, std::move(forms), WholePath(layoutFile));
+    QEventLoop loop;
+    QObject::connect(&form, &designer::frmCustomReport::Unloaded, &loop, &QEventLoop::quit);
+    form.show();
+    loop.exec();
+    return cli::ExitCode::Done;
+}
+
+}  // namespace quillform
