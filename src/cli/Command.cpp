@@ -37,8 +37,9 @@ std::string Help() {
         text += "  " + Padded(std::string(verb->name), 12) + std::string(verb->summary) + "\n";
     text +=
         "\nSwitches:\n"
-        "  -h, --help      this text; behind a verb, the verb's own\n"
-        "      --version   the version\n\n"
+        "  -h, --help            this text; behind a verb, the verb's own\n"
+        "      --list-printers   the printers of the system; with --json as JSON\n"
+        "      --version         the version\n\n"
         "Exit codes: 0 done; 1 the work failed; 2 wrong usage; 3 done, but no records; 4 done with warnings under\n"
         "--strict; 5 database missing, damaged, locked or not readable; 6 layout, query or rich text file unreadable,\n"
         "or pointing at what isn't there; 7 output can't be written; 130 interrupted.\n";
@@ -128,6 +129,8 @@ ExitCode Dispatch(std::span<const std::string_view> words, const Desktop& deskto
         Print(std::string(versionLine) + "\n");
         return ExitCode::Done;
     }
+    // Which printer to name is asked before there is a report to run.
+    if (words[0] == "--list-printers") return RunVerb(runVerb, words, desktop);
     const auto found =
         std::find_if(Verbs().begin(), Verbs().end(), [&](const Verb* verb) { return verb->name == words[0]; });
     if (found != Verbs().end()) return RunVerb(**found, words.subspan(1), desktop);

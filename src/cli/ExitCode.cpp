@@ -24,7 +24,11 @@ ExitCode ExitCodeOf(const RunTimeError& error) {
         case ErrorNumber::PermissionDenied:
         case ErrorNumber::DiskFull:
         case ErrorNumber::DeviceIo:
+        case ErrorNumber::PrinterFailed:
+        case ErrorNumber::PrinterInformation:
             return ExitCode::Target;
+        case ErrorNumber::DialogCancelled:
+            return ExitCode::Interrupted;
         default:
             return ExitCode::Failed;
     }

@@ -4,6 +4,7 @@
 
 #include "cli/Command.h"
 #include "cli/LoadForVerb.h"
+#include "cli/PrinterSwitches.h"
 #include "cli/RowWriter.h"
 #include "cli/RunClock.h"
 #include "cli/TerminalUser.h"
@@ -22,9 +23,13 @@ namespace {
 constexpr Switch switches[] = {
     {'d', "database", "FILE", "report on this database instead of the layout's"},
     {'t', "type", "TYPE",
-     "pdf, screen, txt, rtf, csv, word, wordperfect or mdb; else by FILE's extension, else as the layout says"},
+     "printer, pdf, screen, txt, rtf, csv, word, wordperfect or mdb; else by FILE's extension, else as the layout "
+     "says"},
     {'o', "output", "FILE", "write here; a folder takes the layout's name; - is standard output"},
     {'q', "query", "FILE", "add the conditions of a query file (.QRY) to the layout's"},
+    {0, "printer", "NAME", "print on this printer; --type printer alone takes the default one"},
+    {0, "copies", "NUMBER", "print this many copies"},
+    {0, "list-printers", "", "list the printers and do nothing else; with --json as JSON"},
     {0, "walk", "HOW", "one-pass, groups, or measured: whichever is quicker (the default)"},
     {0, "date", "DATE", "take this for today's date and time, in headings and in the document"},
     {0, "orientation", "HOW", "portrait or landscape, instead of the layout's"},
@@ -69,6 +74,7 @@ std::string_view NameOf(OutputType type) {
 }
 
 OutputType ChooseType(const Arguments& arguments, const ReportSettings& settings) {
+    if (ChoosePrinter(arguments)) return OutputType::Printer;
     OutputType type = OutputTypeOfOption(settings.intOutputType);
     if (const auto named = arguments.Value("type")) {
         const auto found = TypeOf(*named);
@@ -141,7 +147,8 @@ std::string CheckDatabase(const Layout& layout, DBEngine& engine, UserInterface&
 struct Run {
     Layout layout;
     OutputType type = OutputType::Printer;
-    std::string file;
+    std::optional<PrinterChoice> printer;
+    std::string file;  // empty if it goes to a printer
     RunOutcome outcome;
 };
 
@@ -149,10 +156,10 @@ std::string Summary(const Run& run, const TerminalUser& user) {
     const RunOutcome& outcome = run.outcome;
     std::string json = "{\"layout\": ";
     AppendJsonText(run.layout.strLayoutFile, json);
-    json += ", \"output\": ";
-    AppendJsonText(run.file, json);
+    json += run.printer ? ", \"printer\": " : ", \"output\": ";
+    AppendJsonText(run.printer ? run.printer->name : run.file, json);
     json += ", \"type\": ";
-    AppendJsonText(NameOf(run.type), json);
+    AppendJsonText(run.printer ? "printer" : NameOf(run.type), json);
     json += ", \"records\": " + std::to_string(outcome.records) + ", \"pages\": " + std::to_string(outcome.pages);
     json += std::string(", \"walk\": \"") + (outcome.walk == Walk::Groups ? "groups" : "one-pass") + "\"";
     const std::pair<const char*, double> times[] = {{"open", outcome.times.open},
@@ -179,9 +186,9 @@ void TellVerbosely(const Run& run) {
         stderr,
         "quillform: %s: %lld records, %d pages, %s; %.3f s to read and sort, %.3f s to choose the walk, %.3f s to "
         "compose and write, %.3f s to close\n",
-        run.file.c_str(), static_cast<long long>(run.outcome.records), static_cast<int>(run.outcome.pages),
-        run.outcome.walk == Walk::Groups ? "walked by groups" : "one pass", times.open, times.measure, times.compose,
-        times.close);
+        run.printer ? "printer" : run.file.c_str(), static_cast<long long>(run.outcome.records),
+        static_cast<int>(run.outcome.pages), run.outcome.walk == Walk::Groups ? "walked by groups" : "one pass",
+        times.open, times.measure, times.compose, times.close);
 }
 
 ExitCode CodeOf(const Run& run, const TerminalUser& user, bool isStrict) {
@@ -222,15 +229,17 @@ ExitCode RunLayout(const Arguments& arguments, const std::string& layoutFile) {
     ApplySwitches(arguments, run.layout.settings);
     if (const auto query = arguments.Value("query")) AddQueryFile(*query, run.layout);
     run.type = ChooseType(arguments, run.layout.settings);
-    run.file = ChooseFile(arguments, run.layout, run.type);
+    run.printer = ChoosePrinter(arguments);
+    if (!run.printer) run.file = ChooseFile(arguments, run.layout, run.type);
     const auto format = ChooseFormat(arguments);
     const RunOptions options{.walk = ChooseWalk(arguments)};
     // A substituted database is told once, here. A layout without items is the run's to refuse.
     if (run.layout.Fields.Count() > 0) run.layout.settings.strDatabase[1] = CheckDatabase(run.layout, *engine, user);
 
     const InterruptGuard guard;
-    const std::unique_ptr<Output> output =
-        MakeOutput(run.type, {.file = run.file, .keepsStopped = arguments.Has("keep-partial"), .format = format});
+    const std::unique_ptr<Output> output = MakeOutput(
+        run.type,
+        {.file = run.file, .keepsStopped = arguments.Has("keep-partial"), .format = format, .printer = run.printer});
     ReportRun report(run.layout, *output, {*engine, user, clock, *measure}, options);
     run.outcome = report.ProcessReport();
     TellEnd(run, user);
@@ -253,6 +262,7 @@ void ExpectFolder(const Arguments& arguments) {
 /// A report that fails is told and the next one runs; the first failure decides the exit code.
 ExitCode RunReports(const Arguments& arguments) {
     const std::vector<std::string>& layouts = arguments.Operands();
+    if (arguments.Has("list-printers")) return ListPrinters(arguments.Has("json"));
     arguments.ExpectOperands(1, std::string::npos, "LAYOUT.REP");
     if (arguments.Has("json") && arguments.Value("output") == "-")
         throw UsageError("the report and --json can't both go to standard output");
@@ -278,7 +288,7 @@ ExitCode RunReports(const Arguments& arguments) {
 const Verb runVerb = {
     "run",
     "LAYOUT.REP ...",
-    "Runs report layouts over their databases into files.",
+    "Runs report layouts over their databases into files or onto paper.",
     "The database is looked for where the layout says, then by its file name beside the layout and in the\n"
     "program's folder. The output is written whole or not at all. Of several layouts, one that fails doesn't\n"
     "keep the others from running.",

@@ -43,17 +43,34 @@ std::string TitleOf(const Layout& layout) {
 
 }  // namespace
 
-bool PrinterOutput::Open(const OutputContext& context) {
+bool PrinterOutput::ChooseFile(UserInterface& user) {
     const std::optional<std::filesystem::path> path = ChooseTarget(file_,
                                                                    {.title = "Save PDF File as...",
                                                                     .filter = "PDF (*.PDF)|*.pdf",
                                                                     .fileName = "*.PDF",
                                                                     .defaultExtension = "PDF",
                                                                     .initialFolder = {}},
-                                                                   context.user);
+                                                                   user);
     if (!path) return false;
     path_ = *path;
     mayLeaveStopped_ = file_.keepsStopped && MayLeaveStoppedFile(path_);
+    return true;
+}
+
+void PrinterOutput::ChoosePrinter(UserInterface& user) {
+    printer_ = print::FindPrinter(file_.printer->name);
+    if (printer_->state == print::PrinterState::Stopped)
+        user.Warn("The printer \"" + printer_->name + "\" prints nothing just now (" + print::StateInWords(*printer_) +
+                  "); the report will wait for it.");
+    path_ = spool_.emplace().Path();
+    mayLeaveStopped_ = false;
+}
+
+bool PrinterOutput::Open(const OutputContext& context) {
+    if (file_.printer)
+        ChoosePrinter(context.user);
+    else if (!ChooseFile(context.user))
+        return false;
     user_ = &context.user;
     layout_ = &context.layout;
     target_ = make_(path_, {.title = TitleOf(context.layout), .created = context.clock.Now()});
@@ -90,9 +107,23 @@ void PrinterOutput::Close(Ending ending) {
         target_.reset();
         return;
     }
+    const bool hasPages = target_->PageCount() > 0;
     target_->EndDoc();
     for (const std::string& note : target_->FontSubstitutions()) user_->Note(note);
     target_.reset();
+    if (printer_ && hasPages) SendToPrinter();
+}
+
+void PrinterOutput::SendToPrinter() {
+    const ReportSettings& settings = layout_->settings;
+    const int job = print::SendJob(*printer_, path_,
+                                   {.title = TitleOf(*layout_),
+                                    .paper = print::PaperSizeOf(settings.intPaperSize),
+                                    .isLandscape = settings.intOrientation == 0,
+                                    .copies = file_.printer->copies},
+                                   [this] { return user_->YieldAndIsCancelled(); });
+    user_->Note("Sent to the printer \"" + printer_->name + "\" as job " + std::to_string(job) + ".");
+    spool_.reset();
 }
 
 void PrinterOutput::BeginRecord(RunVariables&) {

@@ -10,10 +10,12 @@
 #include "output/LabelSheet.h"
 #include "output/TargetFile.h"
 #include "print/PdfTarget.h"
+#include "print/Printers.h"
 
 namespace quillform {
 
-/// The printed page, as a PDF file. With the labels switch on, each record is placed on a label of its sheet.
+/// The printed page, as a PDF file or on a printer, which gets the very same file when the run has come to its end.
+/// With the labels switch on, each record is placed on a label of its sheet.
 class PrinterOutput final : public Output {
 public:
     using MakeTarget = decltype(&print::MakePdfTarget);
@@ -42,6 +44,9 @@ public:
     void PlaceItem(RunVariables& run, const PlacedItem& placed, std::string& line) override;
 
 private:
+    bool ChooseFile(UserInterface& user);
+    void ChoosePrinter(UserInterface& user);
+    void SendToPrinter();
     void ReplaceMissingFonts(const OutputContext& context);
     bool LinesLeft(int lines) const;
     double AlignedX(const PlacedItem& placed) const;
@@ -58,6 +63,8 @@ private:
     std::function<std::remove_pointer_t<MakeTarget>> make_;
     std::filesystem::path path_;
     bool mayLeaveStopped_ = true;
+    std::optional<print::Printer> printer_;
+    std::optional<print::SpoolFile> spool_;  // where the pages wait for the printer
     std::unique_ptr<print::PdfTarget> target_;
     UserInterface* user_ = nullptr;
     const Layout* layout_ = nullptr;

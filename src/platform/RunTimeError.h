@@ -26,6 +26,8 @@ enum class ErrorNumber : int {
     InvalidUseOfNull = 94,
     InvalidFileFormat = 321,
     ObjectDoesNotExist = 340,
+    PrinterFailed = 482,
+    PrinterInformation = 484,
     DialogCancelled = 32755,
     NoCurrentRecord = 3021,
     DuplicateKey = 3022,
