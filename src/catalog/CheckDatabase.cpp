@@ -18,21 +18,12 @@ constexpr std::string_view configureQuestion =
     "of any of the existing tables in your database, however, it will add three tables to the database.  You can "
     "delete these tables via Microsoft Access later if you like.  Do you wish to continue?";
 
-/// A failed step doesn't stop the check: the user reads why it failed, and the next step runs.
-template <typename Step>
-void PassOverErrors(UserInterface& user, Step step) {
-    try {
-        step();
-    } catch (const RunTimeError& error) {
-        user.Warn(error.what());
-    }
-}
-
 /// One check of an open database.
 class Check {
 public:
-    Check(Database& database, const std::string& path, UserInterface& user, ConfigurationWalk& walk)
-        : database_(database), path_(path), user_(user), walk_(walk) {}
+    Check(Database& database, const std::string& path, UserInterface& user, ConfigurationWalk& walk,
+          OnFailure onFailure)
+        : database_(database), path_(path), user_(user), walk_(walk), onFailure_(onFailure) {}
 
     void Run() {
         if (!Has(catalogIndexTable)) {
@@ -48,19 +39,29 @@ public:
         if (!Has(catalogLabelsTable)) {
             if (!IsWanted()) return;
             Make(LabelsTableDef());
-            PassOverErrors(user_, [&] { walk_.MaintainLabels(database_); });
+            Try([&] { walk_.MaintainLabels(database_); });
         }
     }
 
 private:
+    /// A step that fails doesn't stop an attended check: the user reads why it failed, and the next step runs.
+    template <typename Step>
+    void Try(Step step) {
+        try {
+            step();
+        } catch (const RunTimeError& error) {
+            if (onFailure_ == OnFailure::Stop) throw;
+            user_.Warn(error.what());
+        }
+    }
     bool Has(std::string_view table) const { return database_.FindTable(table) != nullptr; }
     bool IsWanted() { return user_.Ask(configureQuestion, configureTitle, MessageIcon::Question); }
     void Make(const TableDef& table) {
-        PassOverErrors(user_, [&] { database_.AppendTable(table); });
+        Try([&] { database_.AppendTable(table); });
     }
     std::unique_ptr<Recordset> Open(std::string_view statement) {
         std::unique_ptr<Recordset> records;
-        PassOverErrors(user_, [&] { records = database_.OpenRecordset(statement, RecordsetType::Dynaset); });
+        Try([&] { records = database_.OpenRecordset(statement, RecordsetType::Dynaset); });
         return records;
     }
     /// Copies, because the walk may hold on to them while the list of tables changes.
@@ -75,7 +76,7 @@ private:
         const std::unique_ptr<Recordset> index = Open("SELECT * FROM [Report - Index]");
         if (!index) return;
         for (const TableDef& table : OfferedTables())
-            PassOverErrors(user_, [&] { walk_.ConfigureTableFields(database_, table, *index); });
+            Try([&] { walk_.ConfigureTableFields(database_, table, *index); });
     }
     void AskForRelations() {
         const std::unique_ptr<Recordset> relations = Open("SELECT * FROM [Report - Relation]");
@@ -83,17 +84,22 @@ private:
         const std::vector<TableDef> tables = OfferedTables();
         for (std::size_t i = 0; i < tables.size(); ++i)
             for (std::size_t j = i + 1; j < tables.size(); ++j)
-                PassOverErrors(user_,
-                               [&] { walk_.ConfigureTableRelation(tables[i], tables[j], *relations, path_, path_); });
+                Try([&] { walk_.ConfigureTableRelation(tables[i], tables[j], *relations, path_, path_); });
     }
 
     Database& database_;
     const std::string& path_;
     UserInterface& user_;
     ConfigurationWalk& walk_;
+    OnFailure onFailure_;
 };
 
 }  // namespace
+
+void CompleteCatalog(Database& database, const std::string& databasePath, UserInterface& user, ConfigurationWalk& walk,
+                     OnFailure onFailure) {
+    Check(database, databasePath, user, walk, onFailure).Run();
+}
 
 std::unique_ptr<Database> CheckDatabaseforReportData(const std::optional<std::string>& databasePath, DBEngine& engine,
                                                      UserInterface& user, ConfigurationWalk& walk) {
@@ -102,8 +108,13 @@ std::unique_ptr<Database> CheckDatabaseforReportData(const std::optional<std::st
         return nullptr;
     }
     std::unique_ptr<Database> database;
-    PassOverErrors(user, [&] { database = engine.OpenDatabase(*databasePath); });
-    if (database) Check(*database, *databasePath, user, walk).Run();
+    try {
+        database = engine.OpenDatabase(*databasePath);
+    } catch (const RunTimeError& error) {
+        user.Warn(error.what());
+        return nullptr;
+    }
+    CompleteCatalog(*database, *databasePath, user, walk, OnFailure::Warn);
     return database;
 }
 

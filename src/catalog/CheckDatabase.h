@@ -25,12 +25,20 @@ public:
     virtual void MaintainLabels(Database& database) = 0;
 };
 
-/// Opens the report database and makes sure that it has the three catalog tables: each one that is missing, by its
-/// exact name, is made after the user said Yes, and filled by the walk. A table that is there is used without a look at
-/// its columns. `databasePath` is where the report database was found; empty if it wasn't, which the user is told.
-///
-/// At the first No the check ends; what was made until then stays. A step that fails is passed over with a warning and
-/// the next one runs, but where a table can't be opened nobody is asked for rows that can't be stored.
+/// What becomes of a step of the check that fails.
+enum class OnFailure {
+    Warn,  ///< the user is warned and the next step runs; but nobody is asked for rows that can't be stored
+    Stop,  ///< the check ends, and the failure goes on to the caller
+};
+
+/// Makes sure that an open database has the three catalog tables: each one that is missing, by its exact name, is made
+/// after the user said Yes, and filled by the walk. A table that is there is used without a look at its columns. At the
+/// first No the check ends; what was made until then stays. `databasePath` goes into the rows.
+void CompleteCatalog(Database& database, const std::string& databasePath, UserInterface& user, ConfigurationWalk& walk,
+                     OnFailure onFailure);
+
+/// Opens the report database and completes its catalog, with a warning for each step that fails. `databasePath` is
+/// where the report database was found; empty if it wasn't, which the user is told.
 ///
 /// Gives the open database, also after a No; null if there is no such file or it can't be opened.
 std::unique_ptr<Database> CheckDatabaseforReportData(const std::optional<std::string>& databasePath, DBEngine& engine,

@@ -1,5 +1,7 @@
 #include "catalog/FieldRows.h"
 
+#include <algorithm>
+#include <iterator>
 #include <string>
 
 #include "catalog/MaskDisplayLength.h"
@@ -58,6 +60,19 @@ FieldKind FieldKindOf(FieldType type) {
 
 std::string_view ProposedNumberMask(FieldType type) {
     return type == FieldType::Single || type == FieldType::Double ? "###,###,##0.00" : "###,###,##0";
+}
+
+bool MayBeTextDate(const Field& field) {
+    constexpr int longest = 14;
+    return field.Type == FieldType::Text && field.Size <= longest;
+}
+
+std::size_t CharactersBehindDescription(const Field& field) {
+    const std::string_view mask =
+        *std::max_element(std::begin(proposedDateMasks), std::end(proposedDateMasks),
+                          [](std::string_view left, std::string_view right) { return left.size() < right.size(); });
+    if (field.Type == FieldType::Date) return DateRow({}, field, {}, mask).text.size();
+    return MayBeTextDate(field) ? TextDateRow({}, field, {}, mask).text.size() : 0;
 }
 
 CatalogRow NumberRow(std::string_view table, const Field& field, std::string_view description, std::string_view mask) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <string>
 #include <string_view>
@@ -19,6 +20,12 @@ FieldKind FieldKindOf(FieldType type);
 std::string_view ProposedNumberMask(FieldType type);
 /// The masks proposed for a date, in the order in which they are asked for.
 inline constexpr std::string_view proposedDateMasks[] = {"mm/dd/yyyy", "mm/dd", "mmmm dd, yyyy", "yyyy/mm/dd"};
+
+/// Whether a column is a text short enough to hold a date as digits, "yyyymmddhhmmss" at most.
+bool MayBeTextDate(const Field& field);
+/// How many characters the longest proposed mask adds to the description of a column that is described by its masks; 0
+/// for all others.
+std::size_t CharactersBehindDescription(const Field& field);
 
 // Rows of `Report - Index` for one column of a user's table, without their ID. `description` is what the user reads,
 // `mask` what the user gave. Columns that a row doesn't use hold a single blank.

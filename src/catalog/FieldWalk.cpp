@@ -1,6 +1,5 @@
 #include "catalog/FieldWalk.h"
 
-#include <algorithm>
 #include <iterator>
 #include <optional>
 #include <utility>
@@ -16,28 +15,15 @@ namespace quillform {
 namespace {
 
 constexpr int dateMasks = static_cast<int>(std::size(proposedDateMasks));
-constexpr int longestTextDate = 14;  // "yyyymmddhhmmss"
 constexpr std::size_t maskWidth = 50;
 
 std::string Quoted(std::string_view name) { return "\"" + std::string(name) + "\""; }
 
-std::string_view LongestDateMask() {
-    return *std::max_element(std::begin(proposedDateMasks), std::end(proposedDateMasks),
-                             [](std::string_view left, std::string_view right) { return left.size() < right.size(); });
-}
-
-/// How many characters a mask adds to the description of a date.
-std::size_t CharactersBehind(const Field& field) {
-    if (field.Type == FieldType::Date) return DateRow({}, field, {}, LongestDateMask()).text.size();
-    if (field.Type == FieldType::Text && field.Size <= longestTextDate)
-        return TextDateRow({}, field, {}, LongestDateMask()).text.size();
-    return 0;
-}
-
 }  // namespace
 
-FieldWalk::FieldWalk(PageAsker& pages, Database& database, const TableDef& table, Recordset& index)
-    : pages_(pages), database_(database), table_(table), writer_(index, database.Name()) {}
+FieldWalk::FieldWalk(PageAsker& pages, Database& database, const TableDef& table, Recordset& index,
+                     std::string_view databasePath)
+    : pages_(pages), database_(database), table_(table), writer_(index, databasePath) {}
 
 bool FieldWalk::Run() {
     Step step = Step::Table;
@@ -103,7 +89,7 @@ FieldWalk::Step FieldWalk::AskTable() {
     WizardTopic topic;
     topic.table = &table_;
     const WizardResponse response = pages_.AskYesNo(topic, wizard::TablePage(table_.Name), WizardResponse::Yes,
-                                                    wizard::NameProblem("The table", table_.Name));
+                                                    wizard::CheckName("The table", table_.Name));
     return response == WizardResponse::No || table_.Fields.empty() ? Step::Done : Step::Include;
 }
 
@@ -112,7 +98,7 @@ FieldWalk::Step FieldWalk::AskInclude() {
     if (lastId_ >= ItemCode::LastCatalog) return TellFull("the field " + Quoted(F().Name));
     const WizardResponse response =
         pages_.AskYesNo(Topic(WizardQuestion::Include), wizard::IncludePage(table_.Name, F().Name), WizardResponse::Yes,
-                        wizard::NameProblem("The field", F().Name));
+                        wizard::CheckName("The field", F().Name));
     if (response == WizardResponse::Back) return BackFromInclude();
     isIncluded_ = response != WizardResponse::No;
     return isIncluded_ ? Step::Raw : Step::NextField;
@@ -139,7 +125,7 @@ FieldWalk::Step FieldWalk::AskRaw() {
 FieldWalk::Step FieldWalk::AskDescription() {
     const WizardResponse response = pages_.AskText(
         Topic(WizardQuestion::Description), wizard::DescriptionPage(F().Name), F().Name,
-        [&](const std::string& reply) { return wizard::CheckDescription(reply, CharactersBehind(F())); });
+        [&](const std::string& reply) { return wizard::CheckDescription(reply, CharactersBehindDescription(F())); });
     if (response == WizardResponse::Back) return Step::Raw;
     description_ = pages_.TextResponse();
     return Step::Value;
@@ -153,7 +139,7 @@ FieldWalk::Step FieldWalk::ChooseByType() {
             maskPass_ = 1;
             return Step::DateMask;
         case FieldKind::Text:
-            return F().Size <= longestTextDate ? Step::DateQuestion : Step::TextMask;
+            return MayBeTextDate(F()) ? Step::DateQuestion : Step::TextMask;
         case FieldKind::Number:
             break;
     }
@@ -368,10 +354,11 @@ WizardTopic FieldWalk::Topic(WizardQuestion question, int pass) const {
 }
 
 FieldWalk::Step FieldWalk::WriteAndGo(CatalogRow row, Step next) {
-    row.id = NextCatalogId(database_);
+    row.id = nextId_ ? *nextId_ : NextCatalogId(database_);
     if (row.id > ItemCode::LastCatalog) return TellFull(Quoted(row.text));
-    lastId_ = row.id;
     writer_.Write(row);
+    lastId_ = row.id;
+    nextId_ = row.id + 1;
     return next;
 }
 
@@ -384,6 +371,7 @@ FieldWalk::Step FieldWalk::TellFull(const std::string& next) {
 void FieldWalk::UndoRow() {
     database_.Execute("DELETE * FROM [Report - Index] WHERE ID = " + std::to_string(lastId_));
     --lastId_;
+    nextId_.reset();
 }
 
 }  // namespace quillform

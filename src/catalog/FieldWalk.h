@@ -1,5 +1,6 @@
 #pragma once
 
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -18,8 +19,10 @@ namespace quillform {
 /// answers given last, and takes away the row that was counted last, whichever field wrote it.
 class FieldWalk {
 public:
-    /// All of it outlives the walk. `index` is the open `Report - Index` of `database`.
-    FieldWalk(PageAsker& pages, Database& database, const TableDef& table, Recordset& index);
+    /// All of it outlives the walk. `index` is the open `Report - Index` of `database`; `databasePath` goes into the
+    /// rows.
+    FieldWalk(PageAsker& pages, Database& database, const TableDef& table, Recordset& index,
+              std::string_view databasePath);
 
     /// Goes from the table page to the end. False if the catalog was full before the end: a report can't select what
     /// comes next, which the user is told, and nothing more is asked.
@@ -99,6 +102,7 @@ private:
     int formulaCount_ = 0;   ///< visits to the list, which say where Back leads from there
     int formulaNumber_ = 0;  ///< which formula the pages are about; a field left and entered again keeps its visits
     std::int32_t lastId_ = 0;
+    std::optional<std::int32_t> nextId_;  ///< while it is known without asking the database
     std::string description_;
     int maskPass_ = 1;
     int maskCount_ = 0;

@@ -11,6 +11,9 @@
 
 namespace quillform {
 
+/// How a doubt ends.
+inline constexpr std::string_view keepHint = " To keep it nevertheless, give it once more.";
+
 /// What speaks against a reply; an empty text if nothing does.
 struct Objection {
     std::string text;      ///< whole sentences, with the reply in them

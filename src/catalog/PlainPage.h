@@ -5,7 +5,7 @@
 namespace quillform {
 
 /// A page without a window: it keeps what is set, and those who answer in place of a person derive from it and write
-/// Show, which leaves the answer by one of Answer, Reply, Choose and GoBack.
+/// Show, which leaves the answer by one of Press, Reply, Choose and GoBack.
 class PlainPage : public WizardPage {
 public:
     void SetTopic(const WizardTopic& topic) override { topic_ = topic; }
@@ -29,7 +29,7 @@ protected:
     const std::string& Explaination() const { return explaination_; }
     const std::string& TextLabel() const { return textLabel_; }
 
-    void Answer(bool isYes) { buttonResponse_ = isYes ? WizardResponse::Yes : WizardResponse::No; }
+    void Press(bool isYes) { buttonResponse_ = isYes ? WizardResponse::Yes : WizardResponse::No; }
     void Reply(std::string_view text) {
         textResponse_ = text;
         Choose({}, {});

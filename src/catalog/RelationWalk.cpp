@@ -8,13 +8,13 @@ namespace quillform {
 namespace {
 
 std::string ProblemOfNames(const TableDef& first, const TableDef& second) {
-    std::string problem = wizard::NameProblem("The table", first.Name);
-    return problem.empty() ? wizard::NameProblem("The table", second.Name) : problem;
+    std::string problem = wizard::CheckName("The table", first.Name);
+    return problem.empty() ? wizard::CheckName("The table", second.Name) : problem;
 }
 
 std::string ProblemOfColumns(const PageAsker& pages) {
-    std::string problem = wizard::NameProblem("The field", pages.Field1());
-    return problem.empty() ? wizard::NameProblem("The field", pages.Field2()) : problem;
+    std::string problem = wizard::CheckName("The field", pages.Field1());
+    return problem.empty() ? wizard::CheckName("The field", pages.Field2()) : problem;
 }
 
 }  // namespace

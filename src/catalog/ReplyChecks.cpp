@@ -24,9 +24,7 @@ Objection TooLong(std::string_view subject, std::string_view text, std::size_t r
                              " characters, and the catalog holds " + std::to_string(room) + ". " + std::string(remedy));
 }
 
-Objection Doubtful(std::string sentence) {
-    return Objection::Doubt(std::move(sentence) + " To keep it nevertheless, give it once more.");
-}
+Objection Doubtful(std::string sentence) { return Objection::Doubt(std::move(sentence) + std::string(keepHint)); }
 
 }  // namespace
 
@@ -38,15 +36,16 @@ std::optional<std::int16_t> WholeNumber(std::string_view text) {
     }
 }
 
-std::string NameProblem(std::string_view what, std::string_view name) {
-    std::string reason;
+std::string NameProblem(std::string_view name) {
     if (CountCharacters(name) > columnWidth)
-        reason = "its name has more than " + std::to_string(columnWidth) + " characters";
-    else if (name.find_first_of("[]") != std::string_view::npos)
-        reason = "its name holds a bracket";
-    else
-        return {};
-    return std::string(what) + " " + Quoted(name) + " can't be included: " + reason + ".";
+        return "its name has more than " + std::to_string(columnWidth) + " characters";
+    if (name.find_first_of("[]") != std::string_view::npos) return "its name holds a bracket";
+    return {};
+}
+
+std::string CheckName(std::string_view what, std::string_view name) {
+    const std::string problem = NameProblem(name);
+    return problem.empty() ? problem : std::string(what) + " " + Quoted(name) + " can't be included: " + problem + ".";
 }
 
 Objection CheckDescription(std::string_view description, std::size_t behind) {

@@ -14,9 +14,11 @@ namespace quillform::wizard {
 /// The number that a text begins with, as a whole number; 0 if it begins with none. Empty beyond 16 bits.
 std::optional<std::int16_t> WholeNumber(std::string_view text);
 
-/// A table or column whose name the catalog can't hold or no statement can carry; empty if it can be included. `what`
-/// begins the sentence, such as "The table".
-std::string NameProblem(std::string_view what, std::string_view name);
+/// Why the catalog can't hold the name of a table or field, or no statement carry it: "its name has ..."; empty if they
+/// can.
+std::string NameProblem(std::string_view name);
+/// The same as a whole sentence; `what` begins it, such as "The table".
+std::string CheckName(std::string_view what, std::string_view name);
 
 /// `behind` is the number of characters that the longest proposed mask adds to the description; 0 for columns that
 /// aren't described by their masks.

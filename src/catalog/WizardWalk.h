@@ -15,8 +15,10 @@ public:
     using LabelForm = std::function<void(Database&)>;
 
     /// `page` and `user` outlive the walk. `labels` shows the form for label styles; empty where there is none.
-    WizardWalk(WizardPage& page, UserInterface& user, LabelForm labels = {})
-        : pages_(page, user), labels_(std::move(labels)) {}
+    /// `databasePath` goes into the rows of `Report - Index`; where it is empty, the path by which the database was
+    /// opened.
+    WizardWalk(WizardPage& page, UserInterface& user, LabelForm labels = {}, std::string databasePath = {})
+        : pages_(page, user), labels_(std::move(labels)), databasePath_(std::move(databasePath)) {}
 
     /// Asks nothing once the catalog holds all the rows that a report can select.
     void ConfigureTableFields(Database& database, const TableDef& table, Recordset& index) override;
@@ -29,6 +31,7 @@ public:
 private:
     PageAsker pages_;
     LabelForm labels_;
+    std::string databasePath_;
     bool isFull_ = false;
 };
 

@@ -12,7 +12,7 @@ enum class ExitCode : int {
     NoRecords = 3,  ///< done, but the report has no records
     Warnings = 4,   ///< done with warnings, under --strict
     Database = 5,   ///< database missing, damaged, locked or not readable
-    Layout = 6,     ///< layout or query file unreadable or pointing at what isn't there
+    Layout = 6,     ///< layout, query or answers file unreadable or pointing at what isn't there
     Target = 7,     ///< the output can't be written
     Interrupted = 130,
 };

@@ -1,7 +1,7 @@
 #include <gtest/gtest.h>
 
 #include "catalog/CatalogTables.h"
-#include "catalog/DefaultAnswers.h"
+#include "catalog/Unattended.h"
 #include "catalog/MemoryDatabase.h"
 
 namespace quillform {
@@ -158,10 +158,9 @@ TEST(DefaultAnswers, LongTextsAreCutToTheirColumns) {
     MemoryDatabase database(file);
     const std::string folder = "/" + std::string(300, '\xE9');
     const ConfigurationReport report = ConfigureWithDefaults(database, folder);
-    const char* texts[] = {"The day on which it was sent off to \xC3\xA5 (mm/dd/yyyy)",
-                           "The day on which it was sent off to \xC3\xA5ll of (mm/dd)",
-                           "The day on which it was sent off t (mmmm dd, yyyy)",
-                           "The day on which it was sent off to \xC3\xA5 (yyyy/mm/dd)"};
+    const std::string cut = "The day on which it was sent off t";  // 34 characters, and 16 of the longest mask
+    const std::string texts[] = {cut + " (mm/dd/yyyy)", cut + " (mm/dd)", cut + " (mmmm dd, yyyy)",
+                                 cut + " (yyyy/mm/dd)"};
     for (std::size_t i = 0; i < 4; ++i) EXPECT_EQ(file.Record("Report - Index", i)["Text"], texts[i]);
     EXPECT_EQ(file.Record("Report - Index", 0)["Database"], folder.substr(0, 255));
     EXPECT_EQ(report.notes, std::vector<std::string>{"The description of \"" + name +
@@ -182,8 +181,9 @@ TEST(DefaultAnswers, StopAtTheLastRowThatAReportCanSelect) {
     EXPECT_EQ(file.Record("Report - Index", 898)["ID"], "899");
     EXPECT_EQ(file.Record("Report - Index", 898)["Text"], "Day (mm/dd)");
     EXPECT_EQ(report.notes,
-              std::vector<std::string>{"3 fields are left out or lacking masks, because a report can select only 899 "
-                                       "catalog rows; the first is \"Day\" of \"Wide\"."});
+              std::vector<std::string>{
+                  "The catalog is full: a report can select 899 entries, and \"Day (mmmm dd, yyyy)\" would come next. "
+                  "All entries so far are kept; no more fields are asked for."});
 }
 
 }  // namespace

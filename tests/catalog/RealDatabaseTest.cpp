@@ -10,7 +10,7 @@
 
 #include "ScratchFolder.h"
 #include "catalog/CatalogTables.h"
-#include "catalog/DefaultAnswers.h"
+#include "catalog/Unattended.h"
 #include "catalog/MemoryDatabase.h"
 #include "data/Engine.h"
 #include "platform/Clock.h"

@@ -31,7 +31,7 @@ public:
         const std::string& answer = answers_[next_++];
         const std::size_t middle = answer.find('=');
         if (answer == "yes" || answer == "no")
-            Answer(answer == "yes");
+            Press(answer == "yes");
         else if (answer == "back")
             GoBack();
         else if (answer == "next")
