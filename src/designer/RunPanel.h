@@ -53,7 +53,10 @@ public:
     void Note(std::string_view text) override { user_.Note(text); }
     std::optional<std::string> SaveDialog(const FileDialog& dialog) override { return user_.SaveDialog(dialog); }
     std::optional<std::string> OpenDialog(const FileDialog& dialog) override { return user_.OpenDialog(dialog); }
-    void ShowProgress() override { panel_.Appear(); }
+    void ShowProgress() override {
+        isCancelled_ = false;  // an Esc from before the run belongs to no report
+        panel_.Appear();
+    }
     void SetProgressMax(long long maximum) override { panel_.SetMaximum(maximum); }
     void SetProgress(long long value) override { panel_.SetValue(value); }
     void HideProgress() override { panel_.hide(); }

@@ -76,6 +76,7 @@ private:
 
     void ProcessReport(OutputType Flag);
     void Run(OutputType type);
+    void ShowScreenFile();
     void EnableParts(bool isEnabled);
     void EditReportOptions();
     void EditFont();

@@ -22,7 +22,6 @@ void frmCustomReport::EnableParts(bool isEnabled) {
 void frmCustomReport::ProcessReport(OutputType Flag) {
     if (isRunning_) return;
     isRunning_ = true;
-    boolCancelReport_ = false;  // an Esc from before belongs to no report
     EnableParts(false);
     try {
         Run(Flag);
@@ -45,6 +44,16 @@ void frmCustomReport::Run(OutputType type) {
     if (outcome.failure) user.Message(outcome.failure->what(), {});
     if (outcome.end == RunEnd::NoPrimaryRow)
         user.Message("The primary sort field of the layout is no longer in the catalog.", {});
+    const bool hasOutput = outcome.end != RunEnd::NoItems && outcome.end != RunEnd::TargetCancelled;
+    if (type == OutputType::Screen && hasOutput) ShowScreenFile();
+}
+
+void frmCustomReport::ShowScreenFile() {
+    const std::string file = ScreenFileOf(services_.layout);
+    if (forms_.preview)
+        forms_.preview(*this, file);
+    else
+        services_.user.Message("The report is in the file " + file + ".");
 }
 
 }  // namespace quillform::designer

@@ -1,0 +1,91 @@
+#include <gtest/gtest.h>
+// After the test framework, which the scene is made of.
+#include <QToolButton>
+
+#include "designer/FormScene.h"
+
+namespace quillform::designer::testing {
+
+void FormScene::SetUp() { qputenv("QUILLFORM_HOME", QByteArray::fromStdString(folder.Path().string())); }
+
+void FormScene::TearDown() {
+    form.reset();
+    qunsetenv("QUILLFORM_HOME");
+}
+
+void FormScene::Open(std::optional<std::string> layoutAtStart, bool hasForms) {
+    DesignerForms forms;
+    const auto note = [this](const char* name) {
+        return [this, name](QWidget&, DesignSurface&) { shown.emplace_back(name); };
+    };
+    if (hasForms) {
+        forms.reportOptions = [this](QWidget&, DesignSurface&) {
+            shown.emplace_back("reportOptions");
+            if (inReportOptions) inReportOptions();
+        };
+        forms.recordQuery = note("recordQuery");
+        forms.dataFields = note("dataFields");
+        forms.textFields = note("textFields");
+        forms.fieldOptions = note("fieldOptions");
+        forms.printerSetup = note("printerSetup");
+        forms.checkDatabase = [this] { shown.emplace_back("checkDatabase"); };
+    }
+    form = std::make_unique<frmCustomReport>(DesignerServices{layout, user, *engine, clock}, std::move(forms),
+                                             std::move(layoutAtStart));
+    QObject::connect(form.get(), &frmCustomReport::Unloaded, [this](bool byExit) { unloadedByExit = byExit; });
+    form->show();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(form.get()));
+    QTest::qWait(1);
+}
+
+clssFields& FormScene::Add(float left, float top, int length, std::string text, int code) {
+    clssFields item;
+    item.Code = static_cast<std::int16_t>(code);
+    item.Left = left;
+    item.Top = top;
+    item.Length = static_cast<std::int16_t>(length);
+    item.Text = std::move(text);
+    item.FontName = "Courier New";
+    item.FontSize = 10;
+    item.FontBackColor = 15;
+    item.FontAllignment = "L";
+    item.Index = form->Surface().LowestFreeIndex();
+    layout.pictures[item.Index] = {static_cast<float>(length), 1};
+    clssFields& added = layout.Fields.Add(item);
+    form->Surface().ShowItems();
+    return added;
+}
+
+bool FormScene::IsDown(const char* button) const { return Named<QToolButton>(*form, button).isChecked(); }
+
+QPoint FormScene::InWindow(double x, double y) const {
+    const QSizeF cell = View().CellSize();
+    return View().mapTo(form.get(), QPointF(x * cell.width(), y * cell.height()).toPoint());
+}
+
+void FormScene::Press(double x, double y, Qt::MouseButton button) {
+    Move(x, y);
+    QTest::mousePress(form->windowHandle(), button, {}, InWindow(x, y));
+}
+
+void FormScene::Move(double x, double y) { QTest::mouseMove(form->windowHandle(), InWindow(x, y)); }
+
+void FormScene::Release(double x, double y, Qt::MouseButton button) {
+    QTest::mouseRelease(form->windowHandle(), button, {}, InWindow(x, y));
+}
+
+void FormScene::Click(double x, double y, Qt::MouseButton button) {
+    Press(x, y, button);
+    Release(x, y, button);
+}
+
+void FormScene::Drag(double fromX, double fromY, double toX, double toY) {
+    Press(fromX, fromY);
+    Move((fromX + toX) / 2, (fromY + toY) / 2);
+    Move(toX, toY);
+    Release(toX, toY);
+}
+
+void FormScene::Key(Qt::Key key, Qt::KeyboardModifiers held) { QTest::keyClick(form->windowHandle(), key, held); }
+
+}  // namespace quillform::designer::testing

@@ -1,0 +1,83 @@
+#pragma once
+
+#include <QTest>
+#include <deque>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "ScratchFolder.h"
+#include "data/Engine.h"
+#include "designer/SurfaceFrame.h"
+#include "designer/frmCustomReport.h"
+#include "desktop/Driver.h"
+
+namespace quillform::designer::testing {
+
+/// Answers as the test has written them down before.
+class ScriptedUser final : public UserInterface {
+public:
+    void Message(std::string_view text, std::string_view) override { messages.emplace_back(text); }
+    bool Ask(std::string_view question, std::string_view, MessageIcon) override {
+        questions.emplace_back(question);
+        return answer;
+    }
+    void Warn(std::string_view text) override { warnings.emplace_back(text); }
+    std::optional<std::string> SaveDialog(const FileDialog& dialog) override { return Choose(dialog); }
+    std::optional<std::string> OpenDialog(const FileDialog& dialog) override { return Choose(dialog); }
+    void ShowProgress() override {}
+    void SetProgressMax(long long) override {}
+    void SetProgress(long long) override {}
+    void HideProgress() override {}
+    bool YieldAndIsCancelled() override { return false; }
+
+    std::optional<std::string> chosen;  ///< in the next file dialogs; empty is a cancel
+    bool answer = false;
+    std::vector<std::string> messages, questions, warnings, titles;
+
+private:
+    std::optional<std::string> Choose(const FileDialog& dialog) {
+        titles.push_back(dialog.title);
+        return chosen;
+    }
+};
+
+/// The main form on the screen, over a folder of its own that is the program's.
+class FormScene : public ::testing::Test {
+protected:
+    /// `prepare` may take forms away before the main form is made.
+    void Open(std::optional<std::string> layoutAtStart = {}, bool hasForms = true);
+    void SetUp() override;
+    void TearDown() override;
+
+    clssFields& Add(float left, float top, int length, std::string text = "Text", int code = 1);
+    const Picture& Pic(int index) const { return *form->Surface().Pic().Find(index); }
+    clssFields& Item(int position) { return layout.Fields.Item(position); }
+    SurfaceView& View() const { return form->Frame().View(); }
+    QWidget& Control(const char* name) const { return Named<QWidget>(*form, name); }
+    bool IsDown(const char* button) const;
+
+    // The mouse at a point of the viewport in cells, as the window system tells of it.
+    void Press(double x, double y, Qt::MouseButton button = Qt::LeftButton);
+    void Move(double x, double y);
+    void Release(double x, double y, Qt::MouseButton button = Qt::LeftButton);
+    void Click(double x, double y, Qt::MouseButton button = Qt::LeftButton);
+    void Drag(double fromX, double fromY, double toX, double toY);
+    void Key(Qt::Key key, Qt::KeyboardModifiers held = Qt::NoModifier);
+
+    ScratchFolder folder;
+    ScriptedUser user;
+    SystemClock clock;
+    std::unique_ptr<DBEngine> engine = data::MakeEngine(clock);
+    Layout layout;
+    std::vector<std::string> shown;  ///< names of the forms that were opened
+    std::optional<bool> unloadedByExit;
+    std::function<void()> inReportOptions;
+    std::unique_ptr<frmCustomReport> form;
+
+private:
+    QPoint InWindow(double x, double y) const;
+};
+
+}  // namespace quillform::designer::testing
