@@ -120,7 +120,7 @@ void DynasetRecordset::CheckWritable() const {
 ValueView DynasetRecordset::Value(int column) const {
     CheckColumn(column);
     const auto i = static_cast<std::size_t>(column);
-    if (mode_ != Mode::Look && edited_[i]) return *edited_[i];
+    if (mode_ != Mode::Look && isEdited_[i]) return edited_[static_cast<std::size_t>(columns_[i])];
     if (mode_ == Mode::Add) return {};
     const RowId id = CurrentId();
     FindTable();
@@ -135,25 +135,34 @@ ValueView DynasetRecordset::Value(int column) const {
 
 void DynasetRecordset::AddNew() {
     CheckWritable();
-    mode_ = Mode::Add;
-    edited_.assign(columns_.size(), std::nullopt);
+    StartEditing(Mode::Add);
+    // A Boolean column knows no Null.
+    for (std::size_t i = 0; i < tableFields_.size(); ++i)
+        if (tableFields_[i].Type == FieldType::Boolean) edited_[i] = quillform::Value::Boolean(false);
+}
+
+void DynasetRecordset::StartEditing(Mode mode) {
+    mode_ = mode;
+    edited_.assign(tableFields_.size(), {});
+    isEdited_.assign(columns_.size(), false);
 }
 
 void DynasetRecordset::Edit() {
     CheckWritable();
     isRead_ = false;  // the row as it is now, for what isn't changed
     static_cast<void>(CurrentId());
-    mode_ = Mode::Edit;
-    edited_.assign(columns_.size(), std::nullopt);
+    StartEditing(Mode::Edit);
 }
 
 void DynasetRecordset::SetValue(int column, const ValueView& value) {
     CheckColumn(column);
     if (mode_ == Mode::Look)
         throw RunTimeError(ErrorNumber::NotSupported, "A value can be put only after AddNew or Edit.");
-    const auto i = static_cast<std::size_t>(column);
-    const Field& field = Definition().Fields[static_cast<std::size_t>(columns_[i])];
-    edited_[i] = ValueForField(field, value, file_->CurrentYear());
+    const auto stored = static_cast<std::size_t>(columns_[static_cast<std::size_t>(column)]);
+    const Field& field = tableFields_[stored];
+    // Only dates ask for the year, and the clock takes its time to tell it.
+    edited_[stored] = ValueForField(field, value, field.Type == FieldType::Date ? file_->CurrentYear() : 0);
+    isEdited_[static_cast<std::size_t>(column)] = true;
 }
 
 void DynasetRecordset::Update() {
@@ -165,14 +174,7 @@ void DynasetRecordset::Update() {
 }
 
 void DynasetRecordset::Insert() {
-    const std::vector<Field>& fields = Definition().Fields;
-    std::vector<quillform::Value> values(fields.size());
-    // A Boolean column knows no Null.
-    for (std::size_t i = 0; i < fields.size(); ++i)
-        if (fields[i].Type == FieldType::Boolean) values[i] = quillform::Value::Boolean(false);
-    for (std::size_t i = 0; i < columns_.size(); ++i)
-        if (edited_[i]) values[static_cast<std::size_t>(columns_[i])] = *edited_[i];
-    lastModified_ = ChangeRows([&](StoredTable& rows) { return rows.Insert(values); });
+    lastModified_ = ChangeRows([&](StoredTable& rows) { return rows.Insert(edited_); });
     const bool wasEOF = IsEOF();
     rows_.push_back(lastModified_);
     if (wasEOF && rows_.size() > 1) row_ = Count();  // the current record stays what it was
@@ -181,7 +183,7 @@ void DynasetRecordset::Insert() {
 void DynasetRecordset::Change() {
     std::vector<std::pair<int, quillform::Value>> changes;
     for (std::size_t i = 0; i < columns_.size(); ++i)
-        if (edited_[i]) changes.emplace_back(columns_[i], *edited_[i]);
+        if (isEdited_[i]) changes.emplace_back(columns_[i], edited_[static_cast<std::size_t>(columns_[i])]);
     const RowId id = CurrentId();
     if (!changes.empty()) ChangeRows([&](StoredTable& rows) { rows.Update(id, changes); });
     lastModified_ = id;

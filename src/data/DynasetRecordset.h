@@ -2,7 +2,6 @@
 
 #include <functional>
 #include <memory>
-#include <optional>
 #include <string>
 #include <vector>
 
@@ -60,6 +59,7 @@ private:
     auto ChangeRows(Work work);
     void CheckColumn(int column) const;
     void CheckWritable() const;
+    void StartEditing(Mode mode);
     void Insert();
     void Change();
     const TableDef& Definition() const;
@@ -80,7 +80,8 @@ private:
     bool noMatch_ = false;
     RowId lastModified_ = -1;
     Mode mode_ = Mode::Look;
-    std::vector<std::optional<quillform::Value>> edited_;  // per result column
+    std::vector<quillform::Value> edited_;  // by column of the table
+    std::vector<bool> isEdited_;            // by result column
     mutable std::unique_ptr<RowReader> reader_;
     mutable bool isRead_ = false;  // the reader stands on the current row
 };

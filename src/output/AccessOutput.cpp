@@ -5,6 +5,7 @@
 
 #include "engine/ReportRun.h"
 #include "output/TargetFile.h"
+#include "platform/AsciiRun.h"
 #include "platform/CodePage.h"
 #include "platform/Text.h"
 
@@ -15,7 +16,8 @@ namespace {
 constexpr std::string_view extension = ".MDB";
 constexpr std::string_view tableName = "Project1 Table";  // the application's title and a word
 constexpr int endOfDataCodes = 900;                       // items with codes below are of the catalog
-constexpr std::int64_t rowsPerTransaction = 10000;
+constexpr std::size_t bytesPerTransaction = 8u << 20;
+constexpr std::size_t bytesOfEmptyRow = 32;  // about
 
 bool HasColumn(const clssFields& item) { return item.Code > 0 && item.Code < endOfDataCodes; }
 
@@ -64,10 +66,6 @@ TableDef ExportTable(const Layout& layout) {
             table.Fields.push_back(
                 {.Name = std::string(Trim(item.Text)), .Type = FieldType::Text, .Size = item.Length});
     return table;
-}
-
-bool IsAscii(std::string_view text) {
-    return std::ranges::all_of(text, [](char letter) { return static_cast<signed char>(letter) >= 0; });
 }
 
 std::string Counted(std::size_t count, const char* one, const char* many) {
@@ -167,7 +165,9 @@ void AccessOutput::BeginRecord(RunVariables&) { rsExport_->AddNew(); }
 
 void AccessOutput::EndRecord(RunVariables&) {
     rsExport_->Update();
-    if (++rows_ % rowsPerTransaction != 0) return;
+    openBytes_ += bytesOfEmptyRow;
+    if (openBytes_ < bytesPerTransaction) return;
+    openBytes_ = 0;
     dbExport_->CommitTrans();
     dbExport_->BeginTrans();
 }
@@ -177,11 +177,12 @@ void AccessOutput::PlaceItem(RunVariables&, const PlacedItem& placed, std::strin
     if (placed.band != Band::Normal || column.index < 0) return;
     const std::string_view text = Fitting(Trim(placed.text), column.size);
     rsExport_->SetValue(column.index, {.kind = ValueKind::Text, .text = text});
+    openBytes_ += text.size();
 }
 
 /// As much of the text as the column holds, which counts characters, and in Jet 4 those beyond 16 bits twice.
 std::string_view AccessOutput::Fitting(std::string_view text, std::size_t size) {
-    if (text.size() <= size && IsAscii(text)) return text;
+    if (text.size() <= size && AsciiRun(text, 0) == text.size()) return text;
     std::size_t end = 0;
     for (std::size_t used = 0; end < text.size();) {
         std::size_t next = end;

@@ -15,7 +15,7 @@ namespace quillform {
 /// A new Access database with one table, "Project1 Table": a row per record, a text column per data item. Headings and
 /// totals add nothing to it.
 ///
-/// The file is made aside, in transactions of some thousand rows, so that the memory it takes doesn't grow with the
+/// The file is made aside, in transactions of some megabytes, so that the memory it takes doesn't grow with the
 /// report, and is renamed when it is whole. A text longer than its column is cut; letters that the format can't hold
 /// become "?". The user is told how many at the end.
 class AccessOutput final : public Output {
@@ -49,7 +49,7 @@ private:
     UserInterface* user_ = nullptr;
     std::vector<ExportColumn> columns_;  // by position, entry 0 is position 1
     bool holdsEveryLetter_ = true;
-    std::int64_t rows_ = 0;
+    std::size_t openBytes_ = 0;  // about what the open transaction holds
     std::size_t cut_ = 0;
     std::size_t replaced_ = 0;
     std::optional<AsidePath> aside_;

@@ -233,14 +233,17 @@ TEST_F(Export, NeverReplacesADatabaseOfTheReport) {
 }
 
 TEST_F(Export, ManyRecordsTakeSeveralTransactions) {
+    scene.layout.Fields.Item(1).Length = 20;
+    for (int i = 0; i < 12; ++i) scene.Add(City, 1, 20, 255, "Copy " + std::to_string(i));
     scene.data.rows.clear();
-    for (int i = 1; i <= 20001; ++i) scene.data.rows.push_back(Row("T" + std::to_string(i), i));
+    const std::string filler(240, 'x');
+    for (int i = 1; i <= 4000; ++i) scene.data.rows.push_back(Row("T" + std::to_string(i) + filler, i));
     EXPECT_EQ(RunTo({folder.File("out.mdb")}), RunEnd::Done) << failure;
     const auto database = engine->OpenDatabase(folder.File("out.mdb"), Access::ReadOnly);
     const auto rows = database->OpenRecordset("SELECT * FROM [Project1 Table]", RecordsetType::Snapshot);
     int next = 1;
-    for (; !rows->IsEOF(); rows->MoveNext(), ++next) ASSERT_EQ(rows->Text(0), "T" + std::to_string(next));
-    EXPECT_EQ(next, 20002);
+    for (; !rows->IsEOF(); rows->MoveNext(), ++next) ASSERT_EQ(rows->Text(2), "T" + std::to_string(next) + filler);
+    EXPECT_EQ(next, 4001);
     EXPECT_EQ(CountFiles(), 1U);
 }
 

@@ -64,6 +64,7 @@ private:
         StoredValues stored{};
         std::vector<std::pair<std::size_t, std::string>> longValues{};  ///< content by position
         std::size_t inlineLimit = 0;
+        std::string encoded{};               ///< the whole row, with room for long values that aren't stored yet
         std::vector<std::string> newKeys{};  ///< by tree; empty: the tree isn't touched
     };
     struct NewRow;

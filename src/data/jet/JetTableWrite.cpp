@@ -107,7 +107,8 @@ void JetTable::CheckSize(Prepared& row) const {
         row.inlineLimit = limit;
         for (const auto& [position, content] : row.longValues)
             row.stored[position] = std::string(longValueHead + (content.size() <= limit ? content.size() : 0), '\0');
-        if (EncodeRow(table_, form, row.stored).size() <= form.maxRow) return;
+        row.encoded = EncodeRow(table_, form, row.stored);
+        if (row.encoded.size() <= form.maxRow) return;
         if (row.longValues.empty()) break;
     }
     throw RunTimeError(ErrorNumber::ValueTooLong, "A row of \"" + definition_.Name + "\" can hold " +
@@ -170,6 +171,7 @@ bool JetTable::IsTouched(std::size_t number, Changes changes) const {
 
 /// The bytes of the row, once its long values are stored.
 std::string JetTable::Finished(Prepared& row) {
+    if (row.longValues.empty()) return std::move(row.encoded);
     for (const auto& [position, content] : row.longValues)
         row.stored[position] = LongValues(position).Write(content, row.inlineLimit);
     return EncodeRow(table_, host_.Pages().Form(), row.stored);

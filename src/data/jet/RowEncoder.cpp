@@ -4,6 +4,7 @@
 
 #include "data/jet/Scalars.h"
 #include "data/jet/TextCodec.h"
+#include "platform/AsciiRun.h"
 #include "platform/CodePage.h"
 #include "platform/Text.h"
 
@@ -77,7 +78,9 @@ std::string EncodeText(const Column& column, std::string_view text, const Layout
 std::string EncodeShortText(const Column& column, std::string_view text, const Layout& form, int codePage) {
     const std::size_t most = column.length / form.textUnit;
     std::string stored = form.format == Format::Jet3 ? CodePageFromUtf8(text, codePage) : std::string();
-    const std::size_t length = form.format == Format::Jet3 ? stored.size() : Utf16FromUtf8(text).size();
+    const std::size_t length = form.format == Format::Jet3        ? stored.size()
+                               : AsciiRun(text, 0) == text.size() ? text.size()
+                                                                  : Utf16FromUtf8(text).size();
     if (length > most) RefuseLength(column, most, "characters");
     if (!column.IsFixed()) return form.format == Format::Jet3 ? stored : EncodeText(column, text, form, codePage);
     if (form.format == Format::Jet4) stored = Utf16LeFromUtf8(text);
@@ -101,6 +104,7 @@ std::string EncodeRow(const TableDefinition& table, const Layout& form, const St
     const std::string mask = NullMask(table, values);
     if (table.variableSlots == 0) return row + mask;
     std::vector<std::size_t> offsets;
+    offsets.reserve(table.variableSlots + 1u);
     for (const std::string_view value : VariableValues(table, values)) {
         offsets.push_back(row.size());
         row += value;

@@ -126,6 +126,9 @@ std::size_t CountUtf16Units(std::string_view text) {
 std::string EncodeJet4Text(std::string_view text, bool mayCompress) {
     constexpr std::size_t shortest = 3, longest = 1024;  // characters that the engine compresses
     constexpr char16_t compressedMark = 0xFEFF;
+    const bool hasLength = text.size() >= shortest && text.size() <= longest;
+    if (mayCompress && hasLength && IsPlain({reinterpret_cast<const std::uint8_t*>(text.data()), text.size()}))
+        return std::string("\xFF\xFE").append(text);
     const std::u16string converted = Utf16FromUtf8(text);
     std::u16string_view units = converted;
     bool fits = mayCompress && units.size() >= shortest && units.size() <= longest;
