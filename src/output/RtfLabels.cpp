@@ -10,11 +10,18 @@ namespace {
 constexpr double twipsPerInch = 1440;
 
 // A cell ends with its mark also where the row ends behind it, and a row ends before its sheet does: readers drop what
-// stands in a cell or a row that is left open.
+// stands in a cell or a row that is left open. The line that breaks the page, and the one that every document ends
+// with, are hidden: below a sheet of labels there is often no room for another line, and they would go to a page of
+// their own. A line without a character can't be hidden.
 constexpr std::string_view cellEnd = "}\\cell \r\n";
 constexpr std::string_view rowEnd = "\\row ";
-constexpr std::string_view tableEnd = "\\row \\pard\r\n";
-constexpr std::string_view sheetEnd = " {\\page}\r\n";
+constexpr std::string_view sheetEnd =
+    "\\row \\pard{\\v\r\n"
+    " {\\page}\r\n"
+    "}";
+constexpr std::string_view tableEnd =
+    "\\row \\pard\\v\r\n"
+    " ";
 
 /// Whole twips: what follows the whole part of a number would be read as text of the cell.
 void AppendTwips(double twips, std::string& out) { AppendRtfNumber(static_cast<long>(RoundHalfEven(twips)), out); }
@@ -53,7 +60,6 @@ void RtfLabels::BeginLabel(int tabTwips, std::string& out) {
             break;
         case LabelSheet::Step::NextSheet:
             out += cellEnd;
-            out += tableEnd;
             out += sheetEnd;
             out += rowDefinition_;
             break;

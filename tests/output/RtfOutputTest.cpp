@@ -311,8 +311,8 @@ TEST(RtfOutput, LabelsStandInTheCellsOfATable) {
     };
     const std::string expected = row + label("A", "1") + "}\\cell |" + label("A", "2") + "}\\cell |" + label("B", "3") +
                                  "}\\cell |\\row " + row + label("B", "4") + "}\\cell |" + label("B", "5") +
-                                 "}\\cell |" + label("B", "6") + "}\\cell |\\row \\pard| {\\page}|" + row +
-                                 label("B", "7") + "}\\cell |\\cell \\cell \\row \\pard|";
+                                 "}\\cell |" + label("B", "6") + "}\\cell |\\row \\pard{\\v| {\\page}|}" + row +
+                                 label("B", "7") + "}\\cell |\\cell \\cell \\row \\pard\\v| ";
     Scene scene = LabelScene(7);
     EXPECT_EQ(Short(scene), expected);
     EXPECT_EQ(Short(scene, OutputType::Screen), expected);
