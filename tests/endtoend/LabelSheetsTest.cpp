@@ -69,29 +69,6 @@ std::string LabelLayout(const LabelStyle& style, const fs::path& database) {
     return text.str();
 }
 
-struct Word {
-    int page;          // from 0
-    double left, top;  // twips from the sheet's corner
-    std::string text;
-};
-
-/// From lines such as <word xMin="18.0" yMin="18.1" xMax="55.3" yMax="29.3">text</word>, points.
-std::vector<Word> WordsOf(const fs::path& document) {
-    const Outcome read = RunProgram({"pdftotext", "-bbox", document.string(), "-"});
-    std::vector<Word> words;
-    int page = -1;
-    for (const std::string& line : Lines(read.output)) {
-        if (line.find("<page ") != std::string::npos) ++page;
-        if (line.find("<word ") == std::string::npos) continue;
-        const auto twips = [&line](std::string_view name) {
-            return std::stod(line.substr(line.find(name) + name.size())) * 20;
-        };
-        const std::size_t text = line.find("\">") + 2;
-        words.push_back({page, twips("xMin=\""), twips("yMin=\""), line.substr(text, line.find("</") - text)});
-    }
-    return words;
-}
-
 /// Edge of the label at `position` (from 0) by the label settings.
 double EdgeOf(int position, double size, double gap, double margin) {
     return std::max((size + gap) * position + margin, 0.0) * twipsPerInch;
@@ -109,7 +86,7 @@ TEST_P(LabelSheet, EveryTextStandsAtItsLabelToATenthOfAMillimetre) {
         const fs::path document = folder / (std::string(walk) + ".pdf");
         const Outcome run = Quillform({"run", folder.File("LABELS.REP"), "-o", document.string(), "--walk", walk});
         ASSERT_EQ(run.exitCode, 0) << run.errors;
-        const std::vector<Word> words = WordsOf(document);
+        const std::vector<PlacedWord> words = WordsOf(document);
         ASSERT_EQ(words.size(), 2U * orders) << walk;
         for (int label = 0; label < orders; ++label) {
             const int column = label % style.across;
@@ -118,7 +95,7 @@ TEST_P(LabelSheet, EveryTextStandsAtItsLabelToATenthOfAMillimetre) {
             // The first row of a label stands one row below the label's upper edge.
             const double top = EdgeOf(row, style.height, style.verticalGap, style.top) + style.rowHeight;
             const auto expect = [&](const std::string& text, double x, double y) {
-                const auto found = std::find_if(words.begin(), words.end(), [&](const Word& word) {
+                const auto found = std::find_if(words.begin(), words.end(), [&](const PlacedWord& word) {
                     return word.text == text && word.page == label / (style.across * style.down) &&
                            std::abs(word.left - x) <= tenthOfMillimetre && std::abs(word.top - y) <= tenthOfMillimetre;
                 });

@@ -36,6 +36,14 @@ std::vector<std::vector<std::string>> ParseCsv(std::string_view text);
 using Row = std::map<std::string, std::string>;
 std::vector<Row> ExportedRows(const std::filesystem::path& database, const std::string& table);
 
+/// A word of a PDF, as `pdftotext`, an independent reader, finds it.
+struct PlacedWord {
+    int page;          ///< from 0
+    double left, top;  ///< twips from the sheet's corner
+    std::string text;
+};
+std::vector<PlacedWord> WordsOf(const std::filesystem::path& document);
+
 /// Names and contents of the files of a folder, for "nothing changed on disk".
 std::map<std::string, std::string> Snapshot(const std::filesystem::path& folder);
 
