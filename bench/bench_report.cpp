@@ -143,7 +143,7 @@ int main(int count, char** arguments) {
         });
         if (!isReady) return 1;
         bool isDone = true;
-        for (const char* extension : {".txt", ".csv", ".pdf"}) isDone = BenchOutput(folder, extension) && isDone;
+        for (const char* extension : {".txt", ".csv", ".rtf", ".pdf"}) isDone = BenchOutput(folder, extension) && isDone;
         return isDone ? 0 : 1;
     } catch (const std::exception& error) {
         std::fprintf(stderr, "bench_report: %s\n", error.what());
