@@ -194,7 +194,7 @@ private:
             inner += text[position];
         }
         if (position >= text.size()) FailHere(std::string("A closing ") + end + " is missing.");
-        ExpectEnd(text.substr(position + 1));
+        ExpectEnd(Stripped(text.substr(position + 1)));
         return inner;
     }
     std::string TakeName(std::string_view& text) const {

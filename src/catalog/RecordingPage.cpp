@@ -1,7 +1,5 @@
 #include "catalog/RecordingPage.h"
 
-#include <tuple>
-
 #include "catalog/FormulaLists.h"
 
 namespace quillform {
@@ -10,7 +8,11 @@ namespace {
 
 using Page = RecordingPage::Page;
 
-auto KeyOf(const Page& page) { return std::tie(page.question, page.pass, page.table, page.field, page.second); }
+/// Whether two pages ask the same; numbers first, since a walk has thousands of pages.
+bool IsSame(const Page& left, const Page& right) {
+    return left.question == right.question && left.pass == right.pass && left.field == right.field &&
+           left.second == right.second && left.table == right.table;
+}
 
 /// Puts pages in their order together to answers.
 class Collector {
@@ -132,11 +134,13 @@ void RecordingPage::SetTopic(const WizardTopic& topic) {
 
 void RecordingPage::Show() {
     page_.Show();
-    if (ButtonResponse() == WizardResponse::Back) return;
+    // There is no page before these two: Back on them goes on as Yes does.
+    const bool isFirst = topic_.question == WizardQuestion::Table || topic_.question == WizardQuestion::Link;
+    if (ButtonResponse() == WizardResponse::Back && !isFirst) return;
     // A page that is answered anew is asked anew from there on, so what was answered behind it counts no more.
     // Back never leads out of a table.
     for (std::size_t i = pages_.size(); i > 0 && pages_[i - 1].table == topic_.table; --i)
-        if (KeyOf(pages_[i - 1]) == KeyOf(topic_)) {
+        if (IsSame(pages_[i - 1], topic_)) {
             pages_.resize(i - 1);
             break;
         }

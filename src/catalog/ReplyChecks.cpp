@@ -97,11 +97,10 @@ Objection CheckAlias(Database& database, std::string_view alias) {
     if (Trim(alias).empty()) return Doubtful("The alias is empty. A report that shows the formula would fail.");
     if (alias.find_first_of("[]") != std::string_view::npos)
         return Doubtful("The alias " + Quoted(alias) + " holds a bracket. A report that shows the formula would fail.");
-    const auto formulas = database.OpenRecordset(
-        "SELECT [Alias Name], [Text] FROM [Report - Index] WHERE [Formula Flag] = True", RecordsetType::Snapshot);
-    for (; !formulas->IsEOF(); formulas->MoveNext())
-        if (EqualCaseBlind(formulas->Text(0), alias))
-            return Doubtful("The alias " + Quoted(alias) + " is that of the formula " + Quoted(formulas->Text(1)) +
+    const auto rows = database.OpenRecordset("SELECT * FROM [Report - Index]", RecordsetType::Snapshot);
+    for (; !rows->IsEOF(); rows->MoveNext())
+        if (NumberOf(rows->Value("Formula Flag")) != 0 && EqualCaseBlind(rows->Text("Alias Name"), alias))
+            return Doubtful("The alias " + Quoted(alias) + " is that of the formula " + Quoted(rows->Text("Text")) +
                             " already. A report that shows both would fail.");
     return {};
 }

@@ -1,8 +1,8 @@
 #include <gtest/gtest.h>
 
 #include "catalog/CatalogTables.h"
-#include "catalog/Unattended.h"
 #include "catalog/MemoryDatabase.h"
+#include "catalog/Unattended.h"
 
 namespace quillform {
 namespace {

@@ -10,8 +10,8 @@
 
 #include "ScratchFolder.h"
 #include "catalog/CatalogTables.h"
-#include "catalog/Unattended.h"
 #include "catalog/MemoryDatabase.h"
+#include "catalog/Unattended.h"
 #include "data/Engine.h"
 #include "platform/Clock.h"
 

@@ -1,4 +1,6 @@
 #include <gtest/gtest.h>
+#include <sys/wait.h>
+#include <unistd.h>
 
 #include "catalog/CatalogFixture.h"
 #include "catalog/MemoryDatabase.h"
@@ -469,6 +471,65 @@ TEST_F(WizardWalkTest, ASlipIsToldAndTheReplyKept) {
                   slip.rows);
     }
 }
+
+/// Answers as another page does, and ends the process, as a crash would, instead of the page `last`.
+class DyingPage final : public ScriptedPage {
+public:
+    DyingPage(std::vector<std::string> answers, std::size_t last) : ScriptedPage(std::move(answers)), last_(last) {}
+    void Show() override {
+        if (shown.size() == last_) _exit(0);
+        ScriptedPage::Show();
+    }
+
+private:
+    std::size_t last_;
+};
+
+class KilledWalk : public CatalogFixture, public ::testing::WithParamInterface<DatabaseVersion> {};
+
+// Rows are written as they are answered, so those of the answers so far are there; what wasn't begun is asked for.
+TEST_P(KilledWalk, LeavesADatabaseThatOpensAndGoesOn) {
+    const Lines answers = Words(
+        "yes yes yes next next yes =Sum(Field) next =Total next = no "  // pages 0 to 11: A
+        "yes yes yes next next next back next next next no yes N=D");   // 12 to 24: B, and the link
+    // How many rows of each table there are when the page of that number would be shown; -1: no table.
+    struct Moment {
+        std::size_t page;
+        int rows;
+        int links;
+        Lines rest;  ///< the answers to what is asked in the next configuration
+    };
+    const Moment moments[] = {{0, 0, -1, {"no"}},  {4, 0, -1, {"yes", "N=D"}}, {5, 1, -1, {"no"}},
+                              {11, 2, -1, {"no"}}, {18, 4, -1, {"no"}},        {19, 3, -1, {"yes", "N=D"}},
+                              {21, 5, -1, {"no"}}, {22, 6, -1, {"no"}},        {23, 6, 0, {}},
+                              {24, 6, 0, {}}};
+    int count = 0;
+    for (const Moment& moment : moments) {
+        SCOPED_TRACE(moment.page);
+        path_ = folder_.File("killed" + std::to_string(++count) + ".db");
+        Make({Table("A", {number, flag}), Table("B", {day})}, GetParam());
+        const pid_t child = fork();
+        if (child == 0) {
+            DyingPage page(answers, moment.page);
+            Configure(page);
+            _exit(1);
+        }
+        int status = -1;
+        waitpid(child, &status, 0);
+        ASSERT_EQ(status, 0);
+        EXPECT_EQ(Rows("Report - Index", "ID").size(), static_cast<std::size_t>(moment.rows));
+        EXPECT_EQ(engine_->OpenDatabase(path_)->FindTable("Report - Relation") != nullptr, moment.links >= 0);
+
+        ScriptedPage rest(moment.rest);
+        Configure(rest);
+        EXPECT_EQ(user_.warnings, Lines{});
+        EXPECT_EQ(RelationRows().size(), moment.rest.size() == 2 ? 1U : 0U);
+        EXPECT_EQ(Rows("Report - Labels", "*"), Lines{});
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(Formats, KilledWalk,
+                         ::testing::Values(DatabaseVersion::Sqlite, DatabaseVersion::Jet30, DatabaseVersion::Jet40));
 
 }  // namespace
 }  // namespace quillform
