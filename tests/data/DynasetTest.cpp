@@ -1,26 +1,13 @@
-#include <gtest/gtest.h>
+#include "data/DynasetTest.h"
 
-#include "data/SmallDatabase.h"
+#include <gtest/gtest.h>
 
 namespace quillform::data {
 namespace {
 
-class DynasetTest : public testing::TestWithParam<DatabaseVersion> {
-protected:
-    void SetUp() override {
-        engine_ = MakeEngine(clock_);
-        database_ = engine_->CreateDatabase(folder_.File("small.db"), GetParam());
-        FillSmall(*database_);
-    }
-    std::unique_ptr<Recordset> Open(const char* source) {
-        return database_->OpenRecordset(source, RecordsetType::Dynaset);
-    }
+class DynasetTest : public FormatsTest {};
 
-    FixedClock clock_{36161.5};
-    ScratchFolder folder_;
-    std::unique_ptr<DBEngine> engine_;
-    std::unique_ptr<Database> database_;
-};
+INSTANTIATE_TEST_SUITE_P(Formats, DynasetTest, allFormats, NameOfFormat);
 
 TEST_P(DynasetTest, WalksBothWays) {
     const auto rows = Open("SELECT * FROM [Towns] ORDER BY Zip");
@@ -112,7 +99,7 @@ TEST_P(DynasetTest, RefusesValuesThatDoNotFitAndStoresNothing) {
 }
 
 TEST_P(DynasetTest, HandlesOnOneFileSeeEachOther) {
-    const auto other = engine_->OpenDatabase(folder_.File("small.db"));
+    const auto other = engine_->OpenDatabase(Path());
     EXPECT_EQ(Dump(*other, "SELECT Count(*) AS N FROM Towns"), "3");
     AddRow(*Open("Towns"), {"Ulm", "89073", "0"});
     EXPECT_EQ(Dump(*other, "SELECT Town FROM Towns WHERE Zip = '89073'"), "Ulm");
@@ -132,7 +119,7 @@ TEST_P(DynasetTest, TransactionsAreWholeOrNotThere) {
     database_->CommitTrans();
     EXPECT_THROW(database_->CommitTrans(), RunTimeError);
     {
-        const auto other = engine_->OpenDatabase(folder_.File("small.db"));
+        const auto other = engine_->OpenDatabase(Path());
         other->BeginTrans();
         other->Execute("DELETE * FROM Towns");
     }
@@ -168,7 +155,7 @@ TEST_P(DynasetTest, AnOpenRecordsetDoesNotHoldOtherTables) {
 }
 
 TEST_P(DynasetTest, ReadOnlyHandlesChangeNothing) {
-    const auto other = engine_->OpenDatabase(folder_.File("small.db"), Access::ReadOnly);
+    const auto other = engine_->OpenDatabase(Path(), Access::ReadOnly);
     EXPECT_EQ(Dump(*other, "SELECT Count(*) AS N FROM Towns"), "3");
     const auto rows = other->OpenRecordset("Towns", RecordsetType::Dynaset);
     EXPECT_THROW(rows->AddNew(), RunTimeError);
@@ -176,14 +163,6 @@ TEST_P(DynasetTest, ReadOnlyHandlesChangeNothing) {
     EXPECT_THROW(other->Execute("DELETE * FROM Towns"), RunTimeError);
     EXPECT_THROW(other->DropTable("Towns"), RunTimeError);
 }
-
-INSTANTIATE_TEST_SUITE_P(Formats, DynasetTest,
-                         testing::Values(DatabaseVersion::Jet30, DatabaseVersion::Jet40, DatabaseVersion::Sqlite),
-                         [](const auto& format) {
-                             return format.param == DatabaseVersion::Sqlite  ? "Sqlite"
-                                    : format.param == DatabaseVersion::Jet30 ? "Jet3"
-                                                                             : "Jet4";
-                         });
 
 }  // namespace
 }  // namespace quillform::data

@@ -1,8 +1,6 @@
 #include "data/jet/JetTools.h"
 
 #include <gtest/gtest.h>
-#include <sys/wait.h>
-#include <unistd.h>
 
 #include <array>
 #include <cstdio>
@@ -38,23 +36,6 @@ ErrorNumber NumberOf(const std::function<void()>& action, std::string* message) 
         return error.Number();
     }
     return ErrorNumber{};
-}
-
-int InOtherProcess(const std::function<int()>& work, bool withoutRights) {
-    const pid_t child = ::fork();
-    if (child == 0) {
-        constexpr uid_t nobody = 65534;
-        if (withoutRights && ::geteuid() == 0 && ::setuid(nobody) != 0) ::_exit(98);
-        int code = 99;
-        try {
-            code = work();
-        } catch (...) {
-        }
-        ::_exit(code);
-    }
-    int status = 0;
-    ::waitpid(child, &status, 0);
-    return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
 }
 
 std::string OutputOf(const std::string& command) {

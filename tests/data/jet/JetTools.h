@@ -7,6 +7,7 @@
 #include <string>
 #include <string_view>
 
+#include "data/OtherProcess.h"
 #include "data/Storage.h"
 #include "data/jet/JetStorage.h"
 #include "platform/RunTimeError.h"
@@ -20,10 +21,6 @@ void CopySample(std::string_view name, const std::filesystem::path& to);
 
 /// Number of the error that an action ends in; 0 if it ends well. The error must be one whole sentence.
 ErrorNumber NumberOf(const std::function<void()>& action, std::string* message = nullptr);
-
-/// Runs in a process of its own, with `withoutRights` as somebody without special rights; gives its exit code, and -1
-/// for one that died.
-int InOtherProcess(const std::function<int()>& work, bool withoutRights = false);
 
 /// What a command writes, errors included.
 std::string OutputOf(const std::string& command);

@@ -1,0 +1,191 @@
+// Several users of one file, and users who may not write: handles, record sets, processes.
+
+#include <gtest/gtest.h>
+
+#include "data/DynasetTest.h"
+#include "data/OtherProcess.h"
+
+namespace quillform::data {
+namespace {
+
+class SharingTest : public FormatsTest {
+protected:
+    /// The file without anybody who has it open.
+    void CloseAll() {
+        database_.reset();
+        engine_.reset();
+    }
+    /// Number of the error that adding a row to the file from here ends in.
+    ErrorNumber ErrorOfWriting() const {
+        const auto engine = MakeEngine(clock_);
+        return NumberOf([&] {
+            AddRow(*engine->OpenDatabase(Path())->OpenRecordset("Towns", dynaset), {"X", "1", "2"});
+        });
+    }
+    bool Reads() const {
+        const auto engine = MakeEngine(clock_);
+        return Dump(*engine->OpenDatabase(Path()), "SELECT Count(*) AS N FROM Towns") == "3";
+    }
+};
+
+INSTANTIATE_TEST_SUITE_P(Formats, SharingTest, allFormats, NameOfFormat);
+
+TEST_P(SharingTest, AnOpenDynasetTakesInWhatOthersDo) {
+    const auto rows = Open("SELECT * FROM Towns WHERE Zip > '3' ORDER BY Town");
+    EXPECT_EQ(Dump(*rows), "Bonn|53111|1 / Trier|54290|0");
+    const auto other = engine_->OpenDatabase(Path());
+    const auto others = other->OpenRecordset("Towns", dynaset);
+    AddRow(*others, {"Aachen", "52062", "1"});
+    AddRow(*others, {"Berlin", "10115", "1"});
+    rows->FindFirst("Town = 'Aachen'");
+    ASSERT_FALSE(rows->NoMatch());
+    EXPECT_EQ(rows->Text("Zip"), "52062");
+    rows->MoveFirst();
+    EXPECT_EQ(Dump(*rows), "Bonn|53111|1 / Trier|54290|0 / Aachen|52062|1") << "those that were added come last";
+    others->FindFirst("Town = 'Bonn'");
+    others->Delete();
+    rows->MoveLast();
+    EXPECT_EQ(rows->RecordCount(), 2);
+    EXPECT_EQ(rows->AbsolutePosition(), 1);
+    EXPECT_EQ(rows->Text("Town"), "Aachen");
+    AddRow(*rows, {"Cham", "93413", "0"});
+    others->MoveLast();
+    EXPECT_EQ(others->Text("Town"), "Cham");
+}
+
+TEST_P(SharingTest, ARowThatAnotherDeletedIsSaidToBeGone) {
+    const auto rows = Open("Towns");
+    database_->Execute("DELETE * FROM Towns WHERE Town = 'Bonn'");
+    EXPECT_EQ(NumberOf([&] { static_cast<void>(rows->Value(0)); }), ErrorNumber::NoCurrentRecord);
+    rows->MoveNext();
+    EXPECT_EQ(rows->Text(0), "Trier");
+    rows->MoveFirst();
+    EXPECT_EQ(rows->Text(0), "Trier");
+}
+
+/// Tables are known by their place, which moves when another one goes.
+TEST_P(SharingTest, AnOpenDynasetFollowsItsTable) {
+    const auto rows = Open("Towns");
+    database_->DropTable("Payments");
+    database_->DropTable("Members");
+    AddRow(*rows, {"Ulm", "89073", "0"});
+    rows->SetBookmark(rows->LastModified());
+    rows->Edit();
+    rows->SetValue("Big", Value::Integer(7));
+    rows->Update();
+    database_->AppendTable(MakeTable("A first one", {MakeField("X", FieldType::Long)}));
+    EXPECT_EQ(rows->Text("Big"), "7");
+    rows->FindFirst("Big = 7");
+    rows->Delete();
+    EXPECT_EQ(Dump(*database_, "SELECT Town FROM Towns"), "Bonn / Trier / Kiel");
+    database_->DropTable("Towns");
+    EXPECT_EQ(NumberOf([&] { rows->MoveFirst(); }), ErrorNumber::TableNotFound);
+    EXPECT_EQ(NumberOf([&] { AddRow(*rows, {"Ulm", "-", "-"}); }), ErrorNumber::TableNotFound);
+    database_->AppendTable(MakeTable("Towns", {MakeField("Else", FieldType::Memo)}));
+    EXPECT_EQ(NumberOf([&] { rows->MoveLast(); }), ErrorNumber::TableNotFound) << "another table of that name";
+}
+
+TEST_P(SharingTest, AWriterInAnotherProcessLocksTheFile) {
+    CloseAll();
+    {
+        const WaitingProcess writer([this] {
+            auto engine = MakeEngine(clock_);
+            auto database = engine->OpenDatabase(Path());
+            database->BeginTrans();
+            database->Execute("UPDATE Towns SET Big = 5");
+            return std::pair(std::move(engine), std::move(database));
+        });
+        ASSERT_TRUE(writer.IsReady());
+        EXPECT_EQ(static_cast<int>(ErrorOfWriting()), 3260);
+    }
+    EXPECT_EQ(ErrorOfWriting(), ErrorNumber{}) << "what the other began is taken back";
+    EXPECT_EQ(Dump(*MakeEngine(clock_)->OpenDatabase(Path()), "SELECT Town FROM Towns WHERE Big = 5"), "");
+}
+
+TEST_P(SharingTest, ReadOnlyFilesAndFoldersAreReadAndNotWritten) {
+    CloseAll();
+    using std::filesystem::perms;
+    constexpr perms read = perms::owner_read | perms::group_read | perms::others_read;
+    constexpr perms write = perms::owner_write | perms::group_write | perms::others_write;
+    constexpr perms enter = perms::owner_exec | perms::group_exec | perms::others_exec;
+    constexpr std::pair<perms, perms> cases[] = {{read, read | write | enter}, {read | write, read | enter}};
+    for (const auto& [file, folder] : cases) {
+        std::filesystem::permissions(Path(), file);
+        std::filesystem::permissions(folder_.Path(), folder);
+        const auto tryBoth = [&] { return Reads() && ErrorOfWriting() == ErrorNumber::ReadOnly && Reads() ? 0 : 1; };
+        EXPECT_EQ(InOtherProcess(tryBoth, true), 0);
+    }
+    std::filesystem::permissions(folder_.Path(), perms::owner_all);
+    std::filesystem::permissions(Path(), perms::none);
+    const auto open = [&] { return ErrorOfWriting() == ErrorNumber::NoPermission ? 0 : 1; };
+    std::filesystem::permissions(folder_.Path(), read | enter);
+    EXPECT_EQ(InOtherProcess(open, true), 0);
+    std::filesystem::permissions(folder_.Path(), perms::owner_all);
+}
+
+TEST_P(SharingTest, DuplicateKeysAreRefusedBeforeAnythingIsWritten) {
+    TableDef table = MakeTable("Keys", {MakeField("ID", FieldType::Long), MakeField("Name", FieldType::Text, 20)});
+    table.Indexes = {{"PrimaryKey", {{"ID", false}}, true, true, false, false, true},
+                     {"ByName", {{"Name", false}}, false, true, false, false, false}};
+    database_->AppendTable(table);
+    const auto rows = Open("Keys");
+    for (const char* name : {"one", "two", "three"})
+        AddRow(*rows, {std::to_string(rows->RecordCount() + 1).c_str(), name});
+    const std::string before = Dump(*database_, "Keys");
+    EXPECT_EQ(NumberOf([&] { AddRow(*rows, {"2", "four"}); }), ErrorNumber::DuplicateKey);
+    EXPECT_EQ(NumberOf([&] { AddRow(*rows, {"4", "TWO"}); }), ErrorNumber::DuplicateKey);
+    rows->CancelUpdate();
+    rows->MoveFirst();
+    rows->Edit();
+    rows->SetValue("Name", Value::Text("three"));
+    EXPECT_EQ(NumberOf([&] { rows->Update(); }), ErrorNumber::DuplicateKey);
+    rows->CancelUpdate();
+    // The first rows of these would be all right.
+    const char* statements[] = {"INSERT INTO Keys (ID, Name) SELECT 5 - Members.ID, Members.Notes FROM Members",
+                                "UPDATE Keys SET Name = 'same'"};
+    for (const char* statement : statements)
+        EXPECT_EQ(NumberOf([&] { database_->Execute(statement); }), ErrorNumber::DuplicateKey) << statement;
+    EXPECT_EQ(Dump(*database_, "Keys"), before);
+    database_->BeginTrans();
+    AddRow(*rows, {"10", "ten"});
+    EXPECT_EQ(NumberOf([&] { database_->Execute(statements[1]); }), ErrorNumber::DuplicateKey);
+    database_->CommitTrans();
+    EXPECT_EQ(Dump(*database_, "Keys"), before + " / 10|ten") << "a statement that fails takes only itself back";
+}
+
+/// What the form for label styles does with its record set.
+TEST_P(SharingTest, RecordEditor) {
+    const auto rows = Open("SELECT * FROM Towns ORDER BY Town");
+    rows->MoveLast();
+    rows->Delete();
+    rows->MoveNext();
+    ASSERT_TRUE(rows->IsEOF());
+    rows->MoveFirst();
+    EXPECT_EQ(rows->Text("Town"), "Bonn");
+    rows->MovePrevious();
+    ASSERT_TRUE(rows->IsBOF());
+    rows->MoveFirst();
+    AddRow(*rows, {"Aachen", "52062", "1"});
+    rows->FindFirst("[Town] = 'Aachen'");
+    EXPECT_EQ(rows->AbsolutePosition() + 1, 3);
+    rows->Edit();
+    rows->SetValue("Big", Value::Text("4"));
+    rows->Update();
+    rows->MoveFirst();
+    rows->SetBookmark(rows->LastModified());
+    EXPECT_EQ(rows->Text("Town"), "Aachen");
+    rows->Delete();
+    rows->MoveNext();
+    rows->MoveLast();
+    EXPECT_EQ(rows->Text("Town"), "Kiel");
+    for (rows->MoveFirst(); !rows->IsEOF(); rows->MoveNext()) rows->Delete();
+    EXPECT_FALSE(rows->HasRows());
+    rows->AddNew();
+    rows->SetValue("Town", Value::Text("Ulm"));
+    rows->Update();
+    rows->FindFirst("Town = 'Ulm'");
+    EXPECT_EQ(rows->AbsolutePosition(), 0);
+}
+
+}  // namespace
+}  // namespace quillform::data
