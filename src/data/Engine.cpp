@@ -21,8 +21,6 @@ std::shared_ptr<Storage> OpenStorage(const fs::path& path, Access access, const 
 
 std::shared_ptr<Storage> CreateStorage(const fs::path& path, DatabaseVersion version, const Clock& clock) {
     switch (version) {
-        // Nothing that is in use today reads or writes the formats of Jet 1.0, 1.1 and 2.0, so a file in one of them
-        // would be of no use; every program that knows those versions' successors reads Jet 3.
         case DatabaseVersion::Jet10:
         case DatabaseVersion::Jet11:
         case DatabaseVersion::Jet20:

@@ -170,7 +170,8 @@ public:
     virtual void Rollback() = 0;
 };
 
-/// Version argument of CreateDatabase. The first four are the numbers of the described formats.
+/// Version argument of CreateDatabase. The first four are the numbers of the described formats. Jet 1.0, 1.1 and 2.0
+/// make a file of Jet 3.0, too: no program of today reads theirs, and all that read .mdb files at all read that one.
 enum class DatabaseVersion : int { Jet10 = 1, Jet11 = 8, Jet20 = 16, Jet30 = 32, Jet40 = 64, Sqlite = 1000 };
 
 enum class Access { ReadWrite, ReadOnly };

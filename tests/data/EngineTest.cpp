@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <fstream>
 
 #include "data/SmallDatabase.h"
@@ -36,6 +37,21 @@ TEST_F(EngineTest, SaysWhyAFileCannotBeOpened) {
     EXPECT_EQ(ErrorOfOpening(broken), static_cast<int>(ErrorNumber::UnrecognizedFormat));
     EXPECT_THROW(engine_->CreateDatabase(broken, DatabaseVersion::Sqlite), RunTimeError);
     EXPECT_THROW(FactsOf(folder_.File("none.mdb")), RunTimeError);
+}
+
+TEST_F(EngineTest, MakesWhatTodaysProgramsRead) {
+    const std::pair<int, char> versions[] = {{1, 0}, {8, 0}, {16, 0}, {32, 0}, {64, 1}};
+    for (const auto& [version, format] : versions) {
+        const std::string path = folder_.File(std::to_string(version) + ".mdb");
+        engine_->CreateDatabase(path, static_cast<DatabaseVersion>(version));
+        std::ifstream file(path, std::ios::binary);
+        file.seekg(0x14);
+        EXPECT_EQ(file.get(), format) << version;
+        EXPECT_TRUE(std::ranges::all_of(engine_->OpenDatabase(path)->TableDefs(), &TableDef::IsSystem));
+    }
+    const std::string path = folder_.File("other.mdb");
+    EXPECT_THROW(engine_->CreateDatabase(path, static_cast<DatabaseVersion>(2)), RunTimeError);
+    EXPECT_FALSE(std::filesystem::exists(path));
 }
 
 TEST_F(EngineTest, TellsFactsAndRelationsOfASqliteFile) {

@@ -5,8 +5,10 @@
 #include <cstdint>
 #include <vector>
 
+#include "JetMutator.h"
 #include "data/jet/IndexTree.h"
 #include "data/jet/JetDatabase.h"
+#include "data/jet/UsageMap.h"
 
 using namespace quillform;
 
@@ -37,9 +39,12 @@ void ReadRows(const data::StoredTable& table) {
 
 void ReadIndexes(const jet::PageFile& file, const jet::TableDefinition& table) {
     for (const jet::Tree& tree : table.trees) {
+        Try([&] { jet::ReadUsageMap(file, tree.map); });
+        Try([&] { jet::FindKey(file, tree.root, {}); });
         Try([&] {
             const std::vector<std::string> entries = jet::ReadAllEntries(file, tree.root);
-            if (!entries.empty()) jet::FindKey(file, tree.root, entries[entries.size() / 2].substr(0, 5));
+            for (std::size_t i = 0; i < entries.size(); i += entries.size() / 8 + 1)
+                jet::FindKey(file, tree.root, entries[i].substr(0, entries[i].size() - jet::rowPointerBytes));
         });
     }
 }
@@ -51,6 +56,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         jet::JetDatabase database(std::make_unique<jet::MemoryFile>(std::vector<std::uint8_t>(data, data + size)),
                                   "fuzz", Access::ReadOnly);
         Try([&] { database.Relations(); });
+        Try([&] { jet::ReadFreePages(database.File()); });
+        database.Facts();
         for (std::size_t i = 0; i < database.Tables().size(); ++i) {
             Try([&] {
                 data::StoredTable& table = database.Rows(i);

@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <vector>
 
+#include "JetMutator.h"
 #include "data/jet/JetDatabase.h"
 
 using namespace quillform;

@@ -124,6 +124,9 @@ std::vector<std::string> ReadAllEntries(const PageFile& file, std::uint32_t root
         if (seen > file.PageCount()) Damaged("the leaves of an index don't end");
         IndexNode node = ReadIndexNode(file, number);
         if (!node.isLeaf) Damaged("page " + std::to_string(number) + " should be a leaf of an index and isn't");
+        // Leaves that lead in a circle would give their entries again and again.
+        if (!entries.empty() && !node.entries.empty() && node.entries.front() <= entries.back())
+            Damaged("the leaves of an index aren't in order");
         std::move(node.entries.begin(), node.entries.end(), std::back_inserter(entries));
         number = node.next;
     }
