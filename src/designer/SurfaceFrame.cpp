@@ -1,5 +1,6 @@
 #include "designer/SurfaceFrame.h"
 
+#include <QPainter>
 #include <QScrollBar>
 #include <QSignalBlocker>
 #include <algorithm>
@@ -12,9 +13,10 @@ namespace quillform::designer {
 namespace {
 
 constexpr double fullColumns = 76;
-constexpr double fullRows = 20;
+constexpr double fullRows = 19.75;
 constexpr int cellPixels = 8;  // of the design; a cell is twice as high
 constexpr int margin = 8;
+constexpr int border = 1;  // around the viewport
 constexpr int gap = 1;
 
 int BarThickness() { return TwipScale::ToPixels(285); }
@@ -49,8 +51,8 @@ SurfaceFrame::SurfaceFrame(DesignSurface& surface, ScreenFonts& fonts, QWidget* 
 }
 
 QSize SurfaceFrame::minimumSizeHint() const {
-    return {static_cast<int>(fullColumns) * cellPixels + 2 * margin + gap + BarThickness(),
-            static_cast<int>(fullRows) * 2 * cellPixels + margin + gap + BarThickness()};
+    return {static_cast<int>(fullColumns * cellPixels) + 2 * margin + gap + BarThickness(),
+            static_cast<int>(fullRows * 2 * cellPixels) + 2 * border + gap + BarThickness()};
 }
 
 void SurfaceFrame::Follow() {
@@ -63,15 +65,22 @@ void SurfaceFrame::Follow() {
 
 void SurfaceFrame::resizeEvent(QResizeEvent*) { PlaceParts(); }
 
+void SurfaceFrame::paintEvent(QPaintEvent*) {
+    QPainter painter(this);
+    painter.setPen(QPen(palette().color(QPalette::Mid), 1));
+    painter.drawRect(QRectF(view_->geometry()).adjusted(-0.5, -0.5, 0.5, 0.5));
+}
+
 void SurfaceFrame::PlaceParts() {
     const double acrossRoom = width() - 2 * margin - gap - BarThickness();
-    const double downRoom = height() - margin - gap - BarThickness();
+    const double downRoom = height() - 2 * border - gap - BarThickness();
     const double fitting = std::floor(std::min(acrossRoom / fullColumns, downRoom / fullRows / 2));
     const double cell = std::max<double>(cellPixels, fitting);
     const Viewport& viewport = surface_.Geometry().Picture2;
-    const QRect seen(margin, 0, static_cast<int>(viewport.box.width * cell),
+    const QRect seen(margin, border, static_cast<int>(viewport.box.width * cell),
                      static_cast<int>(viewport.box.height * 2 * cell));
     view_->setGeometry(seen);
+    update();
     HScroll1_->setGeometry(seen.left(), seen.bottom() + 1 + gap, seen.width(), BarThickness());
     VScroll1_->setGeometry(seen.right() + 1 + gap, seen.top(), BarThickness(), seen.height());
 }

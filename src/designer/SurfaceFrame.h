@@ -21,6 +21,7 @@ public:
     QSize sizeHint() const override { return minimumSizeHint(); }
 
 protected:
+    void paintEvent(QPaintEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
 
 private:

@@ -104,6 +104,7 @@ void frmCustomReport::MakeStatusLine() {
     itemText_ = new QLabel;
     itemText_->setObjectName(QStringLiteral("StatusItem"));
     itemText_->setTextFormat(Qt::PlainText);
+    itemText_->setIndent(4);
     itemText_->setMinimumWidth(1);  // a long text is cut, it doesn't widen the form
     changesText_ = new QLabel;
     changesText_->setObjectName(QStringLiteral("StatusChanges"));
