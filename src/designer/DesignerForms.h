@@ -3,11 +3,13 @@
 #include <filesystem>
 #include <functional>
 #include <string>
+#include <vector>
 
 #include "designer/DesignSurface.h"
 #include "model/DataAccess.h"
 #include "model/UserInterface.h"
 #include "platform/Clock.h"
+#include "print/Printers.h"
 
 class QWidget;
 
@@ -19,6 +21,7 @@ struct DesignerServices {
     UserInterface& user;
     DBEngine& engine;
     const Clock& clock;
+    std::function<std::vector<print::Printer>()> listPrinters = print::ListPrinters;
 };
 
 /// The forms that the designer opens and doesn't know. Each is shown over `owner` and comes back when it is closed. A
@@ -31,7 +34,6 @@ struct DesignerForms {
     Form dataFields;     ///< frmDataFields
     Form textFields;     ///< frmTextFields
     Form fieldOptions;   ///< frmFieldOptions, for the item at `intOptionItem`
-    Form printerSetup;   ///< the desktop's printer dialog
 
     /// Shows the file of a screen report; without it the user is told where the file is.
     std::function<void(QWidget& owner, const std::filesystem::path& file)> preview;

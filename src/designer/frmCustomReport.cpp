@@ -10,6 +10,7 @@
 
 #include "designer/FontDialog.h"
 #include "designer/FormatBar.h"
+#include "designer/PrinterDialog.h"
 #include "designer/RunPanel.h"
 #include "designer/StatusLine.h"
 #include "designer/SurfaceFrame.h"
@@ -125,7 +126,7 @@ void frmCustomReport::File_Click(int index) {
         case 6:
             return ProcessReport(OutputTypeOfOption(services_.layout.settings.intOutputType));
         case 7:
-            return ShowForm(forms_.printerSetup);
+            return SetUpPrinter();
         case 9:
             isExit_ = true;
             close();
@@ -160,6 +161,11 @@ void frmCustomReport::ShowForm(const DesignerForms::Form& form) {
     form(*this, surface_);
     frame_->Follow();
     ShowChanges();
+}
+
+void frmCustomReport::SetUpPrinter() {
+    PrinterDialog dialog(services_.listPrinters, printer_, this);
+    if (dialog.exec() == QDialog::Accepted) printer_ = dialog.Chosen();
 }
 
 void frmCustomReport::EditReportOptions() {

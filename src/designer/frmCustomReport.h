@@ -10,6 +10,7 @@
 #include "designer/LayoutCommands.h"
 #include "designer/ScreenFonts.h"
 #include "model/ReportSettings.h"
+#include "output/OutputRooms.h"
 
 class QAction;
 class QLabel;
@@ -22,6 +23,8 @@ class SurfaceFrame;
 
 /// The main form of the designer: menus, toolbars, the design surface, the progress panel. Controls and menu entries
 /// carry their given names as object names: "File_0" is the entry 0 of the menu File.
+///
+/// Reports for the printer go into a PDF file until a printer is chosen in "Printer Setup".
 ///
 /// Nobody is asked about unsaved changes; see LayoutCommands for what becomes of them. While a report runs, only the
 /// panel's button and Esc do something; closing the form then cancels the report first.
@@ -79,6 +82,7 @@ private:
     void ShowScreenFile();
     void EnableParts(bool isEnabled);
     void EditReportOptions();
+    void SetUpPrinter();
     void EditFont();
     void ShowForm(const DesignerForms::Form& form);
     void AfterLayoutCommand();
@@ -94,6 +98,7 @@ private:
     ItemFormatting formatting_;
     LayoutCommands commands_;
 
+    std::optional<PrinterChoice> printer_;  // where printer reports go; empty: into a PDF file
     bool boolStarted_ = false;
     bool boolCancelReport_ = false;
     bool boolUpdatingFont_ = false;

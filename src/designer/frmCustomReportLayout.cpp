@@ -71,8 +71,10 @@ void frmCustomReport::MakeMenus() {
 
 void frmCustomReport::DisableMissing() {
     const std::pair<QAction*, const DesignerForms::Form*> needed[] = {
-        {File_[7], &forms_.printerSetup}, {Edt_[0], &forms_.reportOptions}, {Edt_[1], &forms_.recordQuery},
-        {Ins_[0], &forms_.dataFields},    {Ins_[1], &forms_.textFields},
+        {Edt_[0], &forms_.reportOptions},
+        {Edt_[1], &forms_.recordQuery},
+        {Ins_[0], &forms_.dataFields},
+        {Ins_[1], &forms_.textFields},
     };
     for (const auto& [entry, form] : needed) entry->setEnabled(static_cast<bool>(*form));
 }

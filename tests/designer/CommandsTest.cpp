@@ -109,16 +109,15 @@ TEST_F(Commands, StartWithALayout) {
 
 TEST_F(Commands, AFormThatIsMissingDisablesItsEntry) {
     Open({}, false);
-    for (const char* entry : {"File_7", "Edt_0", "Edt_1", "Ins_0", "Ins_1"}) EXPECT_FALSE(IsEnabled(entry)) << entry;
-    for (const char* entry : {"File_0", "File_6", "File_9", "Edt_2"}) EXPECT_TRUE(IsEnabled(entry)) << entry;
+    for (const char* entry : {"Edt_0", "Edt_1", "Ins_0", "Ins_1"}) EXPECT_FALSE(IsEnabled(entry)) << entry;
+    for (const char* entry : {"File_0", "File_6", "File_7", "File_9", "Edt_2"}) EXPECT_TRUE(IsEnabled(entry)) << entry;
 }
 
 TEST_F(Commands, EntriesOpenTheirForms) {
     Open();
     shown.clear();
-    for (const char* entry : {"File_7", "Edt_0", "Edt_1", "Ins_0", "Ins_1"}) Trigger(entry);
-    EXPECT_EQ(shown,
-              (std::vector<std::string>{"printerSetup", "reportOptions", "recordQuery", "dataFields", "textFields"}));
+    for (const char* entry : {"Edt_0", "Edt_1", "Ins_0", "Ins_1"}) Trigger(entry);
+    EXPECT_EQ(shown, (std::vector<std::string>{"reportOptions", "recordQuery", "dataFields", "textFields"}));
 }
 
 TEST_F(Commands, ReportOptionsCheckAnotherDatabaseAndFitThePage) {
@@ -260,6 +259,34 @@ TEST_F(Commands, FontChangesItemPictureAndToolbars) {
     EXPECT_EQ(Pic(1).box.height, 2);
     EXPECT_GT(Pic(1).box.width, 10);
     EXPECT_TRUE(IsDown("Toolbar3_0_1"));
+}
+
+TEST_F(Commands, PrinterSetupOffersPrintersAndAFile) {
+    Open();
+    const auto rows = [](QWidget& dialog) { return &Named<QListWidget>(dialog, "Printers"); };
+    const Driver driver({
+        [&](QWidget& dialog) {
+            ASSERT_EQ(rows(dialog)->count(), 2);
+            EXPECT_EQ(rows(dialog)->currentRow(), 0);
+            EXPECT_EQ(rows(dialog)->item(1)->text(), "Office (default): Laser, 2nd floor; idle");
+            rows(dialog)->setCurrentRow(1);
+            quillform::Press(dialog, Qt::Key_Return);
+        },
+        [&](QWidget& dialog) {
+            EXPECT_EQ(rows(dialog)->currentRow(), 1);
+            rows(dialog)->setCurrentRow(0);
+            quillform::Press(dialog, Qt::Key_Escape);
+        },
+        [&](QWidget& dialog) {
+            EXPECT_EQ(rows(dialog)->count(), 1);
+            EXPECT_EQ(Named<QLabel>(dialog, "Note").text(), "The print service doesn't answer.");
+            quillform::Press(dialog, Qt::Key_Escape);
+        },
+    });
+    Key(Qt::Key_P, Qt::ControlModifier);
+    Key(Qt::Key_P, Qt::ControlModifier);
+    hasPrintService = false;
+    Key(Qt::Key_P, Qt::ControlModifier);
 }
 
 TEST_F(Commands, ExitAndCloseSayHowTheFormWasLeft) {

@@ -27,15 +27,20 @@ void FormScene::Open(std::optional<std::string> layoutAtStart, bool hasForms) {
         forms.dataFields = note("dataFields");
         forms.textFields = note("textFields");
         forms.fieldOptions = note("fieldOptions");
-        forms.printerSetup = note("printerSetup");
         forms.checkDatabase = [this] { shown.emplace_back("checkDatabase"); };
     }
-    form = std::make_unique<frmCustomReport>(DesignerServices{layout, user, *engine, clock}, std::move(forms),
-                                             std::move(layoutAtStart));
+    form =
+        std::make_unique<frmCustomReport>(DesignerServices{layout, user, *engine, clock, [this] { return Printers(); }},
+                                          std::move(forms), std::move(layoutAtStart));
     QObject::connect(form.get(), &frmCustomReport::Unloaded, [this](bool byExit) { unloadedByExit = byExit; });
     form->show();
     ASSERT_TRUE(QTest::qWaitForWindowActive(form.get()));
     QTest::qWait(1);
+}
+
+std::vector<print::Printer> FormScene::Printers() const {
+    if (!hasPrintService) throw RunTimeError(ErrorNumber::PrinterInformation, "The print service doesn't answer.");
+    return {{.name = "Office", .description = "Laser", .location = "2nd floor", .isDefault = true, .reasons = {}}};
 }
 
 clssFields& FormScene::Add(float left, float top, int length, std::string text, int code) {
@@ -86,6 +91,10 @@ void FormScene::Drag(double fromX, double fromY, double toX, double toY) {
     Release(toX, toY);
 }
 
-void FormScene::Key(Qt::Key key, Qt::KeyboardModifiers held) { QTest::keyClick(form->windowHandle(), key, held); }
+void FormScene::Key(Qt::Key key, Qt::KeyboardModifiers held) {
+    form->activateWindow();  // a dialog may have had the keyboard
+    EXPECT_TRUE(QTest::qWaitForWindowActive(form.get()));
+    QTest::keyClick(form->windowHandle(), key, held);
+}
 
 }  // namespace quillform::designer::testing

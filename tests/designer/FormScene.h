@@ -74,9 +74,11 @@ protected:
     std::vector<std::string> shown;  ///< names of the forms that were opened
     std::optional<bool> unloadedByExit;
     std::function<void()> inReportOptions;
+    bool hasPrintService = true;
     std::unique_ptr<frmCustomReport> form;
 
 private:
+    std::vector<print::Printer> Printers() const;
     QPoint InWindow(double x, double y) const;
 };
 
