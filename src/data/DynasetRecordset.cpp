@@ -54,7 +54,7 @@ auto DynasetRecordset::ChangeRows(Work work) {
         ~Note() {
             if (wasSeen) rows.changesSeen_ = rows.file_->storage->ChangeCount();
         }
-    } note{*this, changesSeen_ == file_->storage->ChangeCount()};
+    } note{*this, select_ && changesSeen_ == file_->storage->ChangeCount()};
     return file_->cache.ChangeRows(table_, work);
 }
 

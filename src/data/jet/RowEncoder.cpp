@@ -111,6 +111,7 @@ std::string EncodeRow(const TableDefinition& table, const Layout& form, const St
     }
     offsets.push_back(row.size());
     for (std::size_t i = offsets.size(); i-- > 0;) AppendNumber(row, offsets[i], width);
+    if (row.size() > form.maxRow) return row;  // too long already, whatever follows
     if (form.format == Format::Jet3) row += JumpTable(offsets, row.size() + width + mask.size());
     AppendNumber(row, table.variableSlots, width);
     return row + mask;

@@ -12,7 +12,8 @@ namespace quillform::jet {
 /// Stored bytes of the columns of a row by position; nothing for Null. A Boolean is true where there is something.
 using StoredValues = std::vector<std::optional<std::string>>;
 
-/// Puts the stored bytes of a row together. docs/mdb-format.md, "Rows".
+/// Puts the stored bytes of a row together. docs/mdb-format.md, "Rows". A row that is longer than Layout::maxRow may
+/// lack its end.
 std::string EncodeRow(const TableDefinition& table, const Layout& form, const StoredValues& values);
 
 /// The stored form of a value that goes into the row itself: everything but long values. ValueTooLong, Overflow,
