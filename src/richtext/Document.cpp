@@ -57,4 +57,9 @@ std::optional<Rgb> Document::Colour(std::uint16_t number) const {
     return number < colours.size() ? colours[number] : std::nullopt;
 }
 
+std::optional<Rgb> Document::ShadeOf(const CharacterFormat& format) const {
+    const auto colour = Colour(format.backColour);
+    return colour == Rgb{255, 255, 255} ? std::nullopt : colour;
+}
+
 }  // namespace quillform::richtext

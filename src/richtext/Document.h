@@ -143,6 +143,8 @@ struct Document {
     std::string_view TextOf(const Run& run) const { return std::string_view(text).substr(run.start, run.length); }
     /// Empty for numbers that aren't in the table.
     std::optional<Rgb> Colour(std::uint16_t number) const;
+    /// The back colour of text, if it leaves a mark on a white sheet.
+    std::optional<Rgb> ShadeOf(const CharacterFormat& format) const;
 };
 
 }  // namespace quillform::richtext

@@ -123,17 +123,32 @@ void LineBreaker::TakeTab(std::uint32_t format) {
     EndWord();
     EndSegment();
     TabStop stop = NextStop();
-    if (stop.position > right_ + kSlack && canBreak_) {
+    if (canBreak_ && !HasRoomBehind(stop)) {
         EndLine();
         StartLine(format_->leftIndent);
         stop = NextStop();
     }
     RaiseLine(format);
+    if (!HasRoomBehind(stop)) return;  // not even on a line of its own
     stop.position = std::min(stop.position, static_cast<int>(std::max(right_, pen_)));
     segmentStop_ = stop;
-    if (stop.alignment == TabAlignment::Left) segmentStart_ = pen_ = stop.position;
+    if (stop.alignment == TabAlignment::Left) {
+        ShadeTab(format, pen_);
+        segmentStart_ = pen_ = stop.position;
+    }
     trailingBlanks_ = 0;
     canBreak_ = true;
+}
+
+bool LineBreaker::HasRoomBehind(TabStop stop) const {
+    // Text before a right or centred stop has room on its left.
+    return stop.alignment != TabAlignment::Left || stop.position < right_ - kSlack;
+}
+
+void LineBreaker::ShadeTab(std::uint32_t format, double from) {
+    if (!hasText_ || !document_.ShadeOf(document_.characterFormats[format])) return;
+    out_->pieces.push_back({from, segmentStop_.position - from, format, 0, 0});
+    segmentPiece_ = out_->pieces.size();
 }
 
 TabStop LineBreaker::NextStop() const {
@@ -150,6 +165,7 @@ TabStop LineBreaker::NextStop() const {
 
 void LineBreaker::Place(const Piece& piece) {
     RaiseLine(piece.format);
+    hasText_ = true;
     auto& pieces = out_->pieces;
     const bool continues = pieces.size() > segmentPiece_ && pieces.back().format == piece.format &&
                            pieces.back().start + pieces.back().length == piece.start;
@@ -199,7 +215,7 @@ void LineBreaker::StartLine(double indent) {
     pen_ = segmentStart_ = indent;
     segmentStop_ = {};
     trailingBlanks_ = ascent_ = descent_ = 0;
-    canBreak_ = false;
+    hasText_ = canBreak_ = false;
 }
 
 void LineBreaker::EndLine() {

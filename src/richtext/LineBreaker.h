@@ -15,8 +15,8 @@ struct Piece {
     double x = 0;
     double width = 0;
     std::uint32_t format = 0;
-    std::uint32_t start = 0;  ///< in the document's text
-    std::uint32_t length = 0;
+    std::uint32_t start = 0;   ///< in the document's text
+    std::uint32_t length = 0;  ///< 0 for a tab that shows its back colour
 };
 
 struct Line {
@@ -41,7 +41,7 @@ struct LineList {
 
 /// Breaks paragraphs into lines. A line breaks behind blanks and hyphens, and within a word that is wider than the
 /// line; blanks at its end may stand beyond the margin. A tab goes to the next stop of the paragraph behind it, then to
-/// the next multiple of the document's default distance; one that leads beyond the margin begins a new line.
+/// the next multiple of the document's default distance; one that leads to the margin or beyond begins a new line.
 class LineBreaker {
 public:
     LineBreaker(const Document& document, FormatFonts& fonts) : document_(document), fonts_(fonts) {}
@@ -56,6 +56,8 @@ private:
     void SplitWord();
     void TakeBlanks(const Run& run, std::size_t from, std::size_t to);
     void TakeTab(std::uint32_t format);
+    bool HasRoomBehind(TabStop stop) const;
+    void ShadeTab(std::uint32_t format, double from);
     TabStop NextStop() const;
     void Place(const Piece& piece);
     void RaiseLine(std::uint32_t format);
@@ -82,6 +84,7 @@ private:
     double trailingBlanks_ = 0;
     double ascent_ = 0;
     double descent_ = 0;
+    bool hasText_ = false;
     bool canBreak_ = false;  // something stands on it that may stay without what follows
 
     // The part of the line since the last tab

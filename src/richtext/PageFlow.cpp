@@ -7,7 +7,6 @@ namespace quillform::richtext {
 namespace {
 
 constexpr double kSlack = 0.5;  // of a page's height, for sums of line heights
-constexpr Rgb kWhite{255, 255, 255};
 
 bool IsBlank(std::string_view text) { return text.find_first_not_of(' ') == std::string_view::npos; }
 
@@ -99,12 +98,11 @@ void PageFlow::PlaceLine(const LineList& list, const Line& line, double left, do
         const Piece& piece = list.pieces[i];
         const CharacterFormat& format = document_.characterFormats[piece.format];
         const std::string_view characters = std::string_view(document_.text).substr(piece.start, piece.length);
-        const auto back = document_.Colour(format.backColour);
-        if (back && *back != kWhite)
+        if (const auto shade = document_.ShadeOf(format))
             page.boxes.push_back({static_cast<float>(left + piece.x), static_cast<float>(baseline - line.ascent),
                                   static_cast<float>(piece.width), static_cast<float>(line.ascent + line.descent),
-                                  *back});
-        if (IsBlank(characters) && !format.underline) continue;
+                                  *shade});
+        if (characters.empty() || (IsBlank(characters) && !format.underline)) continue;
         SheetPage::Text text;
         text.x = static_cast<float>(left + piece.x);
         text.y = static_cast<float>(baseline - fonts_.Of(piece.format).ascent);

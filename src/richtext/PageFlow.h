@@ -44,10 +44,10 @@ struct SheetPage {
     bool IsBlank() const { return texts.empty() && boxes.empty(); }
 };
 
-/// Lays a document out, page by page. The back colour of text fills its line from the first to the last of its letters,
-/// not its tabs; white on the white sheet leaves no mark. A row that doesn't fit on the rest of a page begins the next
-/// one; one that is higher than a page goes on there. Letters below an exact row height are cut off. A last page
-/// without any mark is left out, but a document has one page at least.
+/// Lays a document out, page by page. The back colour of text fills the height of its line, tabs too but for those that
+/// only lead to the first text of a line; white on the white sheet leaves no mark. A row that doesn't fit on the rest
+/// of a page begins the next one; one that is higher than a page goes on there. Letters below an exact row height are
+/// cut off. A last page without any mark is left out, but a document has one page at least.
 class PageFlow {
 public:
     /// Both must outlive the flow.

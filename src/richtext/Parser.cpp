@@ -81,7 +81,8 @@ void Parser::OnText(std::string_view bytes) {
     toSkip_ -= static_cast<int>(skipped);
     bytes.remove_prefix(skipped);
     if (now_.destination != Destination::Body) return OnTableText(bytes);
-    if (now_.isHidden || bytes.empty()) return;
+    const bool isInDocument = !outer_.empty();  // a mark may stand before it, and anything behind
+    if (now_.isHidden || bytes.empty() || !isInDocument) return;
     if (decoder_.IsEmpty() && IsAscii(bytes) && static_cast<unsigned char>(bytes.front()) >= 0x20)
         builder_.AddText(bytes, now_.character, now_.paragraph);
     else
