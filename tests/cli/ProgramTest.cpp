@@ -81,6 +81,9 @@ TEST_F(Program, RefusesInOneSentenceAndLeavesNothing) {
         {{"sql", "@Sample.mdb", "SELEC 1"}, 1, "SELEC"},
         {{"sql", "@Sample.mdb", "DELETE FROM Orders"}, 2, "--write"},
         {{"sql", "@Sample.mdb", "SELECT * FROM Nothing"}, 6, "Nothing"},
+        {{"show", "=none.rtf"}, 6, "none.rtf"},
+        {{"show", "@STOCK.REP", "-o", "=x.pdf"}, 6, "STOCK.REP"},
+        {{"show", "@STOCK.REP", "-o", "-", "--date", "someday"}, 6, "rich text"},
         {{"configure", "@Sample.mdb"}, noWindow, "--defaults"},
         {{"configure", "=none.mdb"}, 5, "none.mdb"},
         {{"configure", "=none.mdb", "--defaults"}, 5, "none.mdb"},
@@ -102,12 +105,31 @@ TEST_F(Program, RefusesInOneSentenceAndLeavesNothing) {
 }
 
 TEST_F(Program, EveryVerbTellsItsHelpAndVersion) {
-    for (const char* verb : {"run", "configure", "check", "tables", "sql", "export", "info", "sample"}) {
+    for (const char* verb : {"run", "configure", "check", "tables", "sql", "export", "info", "show", "sample"}) {
         const Outcome help = Run({verb, "--help"});
         EXPECT_EQ(help.exitCode, 0);
         EXPECT_TRUE(help.output.starts_with("Usage: quillform " + std::string(verb))) << help.output;
         EXPECT_EQ(help.errors, "");
         EXPECT_EQ(Run({verb, "--version"}).output, Run({"--version"}).output);
+    }
+}
+
+// What the preview shows of a report is all that its rich text holds, as text and on pages.
+TEST_F(Program, ShowsRichTextOfReports) {
+    if (!HasTool("pdftotext")) GTEST_SKIP() << "the program pdftotext isn't installed";
+    const auto words = [](std::string text) {
+        std::erase_if(text, [](char c) { return static_cast<unsigned char>(c) <= ' '; });
+        return text;
+    };
+    for (const char* name : {"STOCK", "ORDERS"}) {
+        const std::string layout = std::string("@") + name + ".REP";
+        ASSERT_EQ(Run({"run", layout, "-o", "=a.rtf"}).exitCode, 0);
+        const Outcome text = Run({"show", "=a.rtf"});
+        ASSERT_EQ(text.exitCode, 0) << text.errors;
+        EXPECT_GT(text.output.size(), 5000U);
+        ASSERT_EQ(Run({"show", "=a.rtf", "-o", "=a.pdf", "--quiet"}).exitCode, 0);
+        const Outcome pages = RunProgram({"pdftotext", "-raw", (folder_ / "a.pdf").string(), "-"});
+        EXPECT_EQ(words(pages.output), words(text.output)) << name;
     }
 }
 
