@@ -77,6 +77,7 @@ void DiskFile::Recover() {
         throw RunTimeError(ErrorNumber::NoPermission,
                            "\"" + path_.string() +
                                "\" was left in the middle of a change, and there is no permission to put it right.");
+    RefuseIfAccessHasIt();
     // Two programs that open the file now would wait for each other if each kept its share.
     TryLock(Lock::None);
     if (!WaitForLock(Lock::Exclusive)) FailLocked(path_, "another program, and a change to it was left unfinished");

@@ -156,6 +156,19 @@ TEST_F(JetJournal, ReaderWithoutRightsSaysWhatIsMissing) {
     EXPECT_EQ(InOtherProcess(read, true), 0);
 }
 
+TEST_F(JetJournal, WhileAccessHasTheFileNothingIsPutRight) {
+    std::filesystem::path lock = file_.Path();
+    lock.replace_extension(".ldb");
+    const std::string half = HalfWritten();
+    Lay(half, journal_);
+    WriteContent(lock, "MACHINE");
+    EXPECT_EQ(Open(), ErrorNumber::Locked);
+    EXPECT_EQ(Content(file_.Path()), half);
+    std::filesystem::remove(lock);
+    EXPECT_EQ(Open(), ErrorNumber{});
+    EXPECT_EQ(Content(file_.Path()), before_);
+}
+
 /// Two programs that find a journal at the same time: one puts the file right, and both have it then.
 TEST_F(JetJournal, TwoOpenersDoNotBlockEachOther) {
     for (int round = 0; round < 5; ++round) {
