@@ -13,6 +13,8 @@ constexpr int FillOf(int colour) { return colour - 1; }
 
 constexpr double titleSize = 18;
 
+int CharactersOf(std::string_view text) { return static_cast<int>(CountCharacters(text)); }
+
 }  // namespace
 
 LayoutDraft::LayoutDraft(const Catalog& catalog, std::string_view databasePath, Accent accent)
@@ -23,15 +25,13 @@ LayoutDraft::LayoutDraft(const Catalog& catalog, std::string_view databasePath, 
 }
 
 void LayoutDraft::TitleBlock(std::string_view title, std::string_view explanation, int left, int right) {
-    const auto characters = [](std::string_view text) { return static_cast<int>(CountCharacters(text)); };
     constexpr int dateLength = 18;  // "September 30, 2025"
     constexpr int pageLength = 4;
     constexpr int numberLength = 2;
     const Look beside{.foreColour = grey, .alignment = 'R'};
-    Add(ItemCode::HeadingText, title, 0, left, characters(title),
-        {.font = accent_.titleFont, .size = titleSize, .bold = true, .foreColour = accent_.colour});
+    Heading(title, 0, left, {.font = accent_.titleFont, .size = titleSize, .bold = true, .foreColour = accent_.colour});
     Add(ItemCode::LongDate, "Date", 0, right - dateLength - 1, dateLength, beside);
-    Add(ItemCode::HeadingText, explanation, 2, left, characters(explanation), {.italic = true, .foreColour = grey});
+    Heading(explanation, 2, left, {.italic = true, .foreColour = grey});
     Add(ItemCode::HeadingText, "Page", 2, right - pageLength - numberLength - 2, pageLength, beside);
     Add(ItemCode::PageNumber, "Page Number", 2, right - numberLength - 1, numberLength, beside);
 }
@@ -70,7 +70,6 @@ void LayoutDraft::Band(const std::vector<ColumnPlan>& columns, int row, int left
 }
 
 void LayoutDraft::DetailItem(const ColumnPlan& column, int row) {
-    const CatalogRow& source = RowOf(column.field);
     Look look{.alignment = column.alignment};
     look.bold = (column.traits & (Primary | Secondary)) != 0;
     if ((column.traits & Primary) != 0) look.foreColour = accent_.colour;
@@ -78,15 +77,41 @@ void LayoutDraft::DetailItem(const ColumnPlan& column, int row) {
         look.italic = true;
         look.foreColour = grey;
     }
-    clssFields& item = Add(source.id, source.text, row, column.left, column.length, look);
+    Value(column.field, row, column.left, column.length, look, column.traits);
+}
+
+void LayoutDraft::Heading(std::string_view text, int row, int left, const Look& look) {
+    Add(ItemCode::HeadingText, text, row, left, CharactersOf(text), look);
+}
+
+void LayoutDraft::Special(int code, int row, int left, int length) { Add(code, "", row, left, length, {}); }
+
+clssFields& LayoutDraft::Value(std::string_view field, int row, int left, int length, const Look& look,
+                               unsigned traits) {
+    const CatalogRow& source = RowOf(field);
+    clssFields& item = Add(source.id, source.text, row, left, length, look);
     item.Mask = source.mask;
-    item.PrimarySort = (column.traits & Primary) != 0;
-    item.SecondarySort = (column.traits & Secondary) != 0;
-    item.TriarySort = (column.traits & Third) != 0;
-    item.SuppressDuplicate = (column.traits & HideDuplicates) != 0;
-    item.SubTotalFlag1 = (column.traits & SubTotal1) != 0;
-    item.SubTotalFlag2 = (column.traits & SubTotal2) != 0;
-    item.GrandTotalFlag = (column.traits & GrandTotal) != 0;
+    item.PrimarySort = (traits & Primary) != 0;
+    item.SecondarySort = (traits & Secondary) != 0;
+    item.TriarySort = (traits & Third) != 0;
+    item.SuppressDuplicate = (traits & HideDuplicates) != 0;
+    item.SubTotalFlag1 = (traits & SubTotal1) != 0;
+    item.SubTotalFlag2 = (traits & SubTotal2) != 0;
+    item.GrandTotalFlag = (traits & GrandTotal) != 0;
+    return item;
+}
+
+void LayoutDraft::UseLabels(const LabelSheet& sheet) {
+    ReportSettings& settings = layout_.settings;
+    settings.boolLabels = true;
+    settings.intLabelsAcross = static_cast<std::int16_t>(sheet.across);
+    settings.intLabelsDown = static_cast<std::int16_t>(sheet.down);
+    settings.sngLabelHeight = sheet.height;
+    settings.sngLabelWidth = sheet.width;
+    settings.sngTopMargin = sheet.topMargin;
+    settings.sngLeftMargin = sheet.leftMargin;
+    settings.sngHorizontalGap = sheet.horizontalGap;
+    settings.sngVerticalGap = sheet.verticalGap;
 }
 
 void LayoutDraft::Spacer(int row, int left) { Add(ItemCode::Text, "", row, left, 1, {}); }
@@ -125,6 +150,7 @@ clssFields& LayoutDraft::Add(int code, std::string_view text, int row, int left,
     item.FontSize = look.size;
     item.FontBold = look.bold;
     item.FontItalic = look.italic;
+    item.FontUnderline = look.underline;
     item.FontForeColor = look.foreColour;
     item.FontBackColor = look.backColour;
     item.FontAllignment = std::string(1, look.alignment);

@@ -6,6 +6,7 @@
 
 #include "catalog/CatalogTables.h"
 #include "model/Layout.h"
+#include "sample/LabelSheets.h"
 
 namespace quillform::sample {
 
@@ -15,6 +16,7 @@ struct Look {
     double size = 9;
     bool bold = false;
     bool italic = false;
+    bool underline = false;
     int foreColour = 0;
     int backColour = 15;
     char alignment = 'L';
@@ -66,6 +68,14 @@ public:
     /// The columns with their headings in a filled band at `headingRow`; the detail begins two rows below.
     /// Rows of the detail after the first are set back in grey italics.
     void Columns(const std::vector<ColumnPlan>& columns, int headingRow, int left, int right);
+    /// A text of the heading, as long as it is.
+    void Heading(std::string_view text, int row, int left, const Look& look);
+    /// A heading item with a value of its own: date, page number.
+    void Special(int code, int row, int left, int length);
+    /// A data item on its own, without heading.
+    clssFields& Value(std::string_view field, int row, int left, int length, const Look& look, unsigned traits = None);
+    /// Each record on a label of the sheet; positions count from the label's corner.
+    void UseLabels(const LabelSheet& sheet);
     /// An empty row of the detail, to set the records apart.
     void Spacer(int row, int left);
     /// A condition on a catalog row; `join` is "AND" or "OR".

@@ -6,6 +6,7 @@
 #include "catalog/CatalogDefinitions.h"
 #include "catalog/CatalogWriter.h"
 #include "catalog/FieldRows.h"
+#include "sample/LabelSheets.h"
 #include "sample/SampleDatabase.h"
 
 namespace quillform::sample {
@@ -102,16 +103,6 @@ constexpr Link links[] = {
     {"Products", "Order Lines", "Product ID"},
 };
 
-/// A label sheet; lengths in inches.
-struct LabelSheet {
-    std::string_view description;
-    float leftMargin, topMargin, height, width, across, down, horizontalGap, verticalGap;
-};
-constexpr LabelSheet labelSheets[] = {
-    {"Address, 30 to the sheet", 0.1875F, 0.5F, 1.0F, 2.625F, 3, 10, 0.125F, 0},
-    {"Shipping, 10 to the sheet", 0.1563F, 0.5F, 2.0F, 4.0F, 2, 5, 0.1875F, 0},
-    {"Folder tab, 20 to the sheet", 0.5F, 0.5F, 1.0F, 3.4375F, 2, 10, 0.4375F, 0},
-};
 constexpr int letterPaper = 1;
 
 CatalogRow FormulaRow(const Entry& entry, const Field& field) {

@@ -18,7 +18,13 @@ constexpr Accent maroon{4};
 constexpr Accent purple{5};
 
 constexpr std::int16_t landscape = 0;
+constexpr std::int16_t legalPaper = 5;
+
+// Report options: what a layout is written as when the command isn't told.
 constexpr std::int16_t textFile = 2;
+constexpr std::int16_t richText = 3;
+constexpr std::int16_t accessDatabase = 8;
+constexpr std::int16_t wordMerge = 9;
 
 /// Two levels from two columns: the account, and in it the department, which is the beginning of the stock code.
 Layout StockOnHand(const Catalog& catalog, std::string_view database) {
@@ -122,9 +128,87 @@ Layout CustomerDirectory(const Catalog& catalog, std::string_view database) {
     return draft.Take();
 }
 
-constexpr std::string_view layoutNames[] = {"STOCK.REP", "SALES.REP", "ORDERS.REP", "PRICES.REP", "CUSTOMER.REP"};
-constexpr Layout (*layoutMakers[])(const Catalog&, std::string_view) = {StockOnHand, SalesByCountry, OrderBook,
-                                                                        PriceList, CustomerDirectory};
+/// For a word processor, which gets tabs every half inch between the items: they start on whole half inches, six cells,
+/// and no value is left out of a line.
+Layout UnpaidOrders(const Catalog& catalog, std::string_view database) {
+    LayoutDraft draft(catalog, database, navy);
+    draft.Heading("Unpaid Orders", 0, 0, {.size = 18, .bold = true, .foreColour = navy.colour});
+    draft.Special(ItemCode::LongDate, 0, 72, 18);
+    draft.Heading("Ordered in the first half of the year", 2, 0, {.italic = true});
+    draft.Heading("Page", 2, 72, {});
+    draft.Special(ItemCode::PageNumber, 2, 78, 3);
+    const Look heading{.bold = true, .underline = true, .foreColour = navy.colour};
+    const ColumnPlan columns[] = {{"Company", "Customer", 0, 27, 'L', Primary},
+                                  {"Order Number", "Order", 30, 5, 'L', Secondary},
+                                  {"Order Date (mm/dd/yyyy)", "Date", 36, 11},
+                                  {"Salesperson", "Salesperson", 54, 16},
+                                  {"Freight", "Freight", 72, 11, 'L', GrandTotal}};
+    for (const ColumnPlan& column : columns) {
+        draft.Heading(column.heading, 4, column.left, heading);
+        draft.Value(column.field, 6, column.left, column.length, {}, column.traits);
+    }
+    draft.Condition("Paid", "=", "False");
+    draft.Condition("Order Date (mm/dd/yyyy)", "<", "07/01/2025");
+    draft.Settings().intOutputType = richText;
+    return draft.Take();
+}
+
+/// A sheet of address labels. Four rows stand in the middle of a label that is six rows high, since the first begins
+/// one row below its edge.
+Layout AddressLabels(const Catalog& catalog, std::string_view database) {
+    LayoutDraft draft(catalog, database, navy);
+    constexpr int left = 2;
+    constexpr int lineLength = 31;
+    constexpr int codeLength = 8;
+    draft.Value("Company", 0, left, lineLength, {.bold = true}, Secondary);
+    draft.Value("Street", 1, left, lineLength, {});
+    draft.Value("Postal Code", 2, left, codeLength, {});
+    draft.Value("City", 2, left + codeLength + 1, lineLength - codeLength - 1, {});
+    draft.Value("Country", 3, left, lineLength, {}, Primary);
+    draft.UseLabels(addressSheet);
+    return draft.Take();
+}
+
+/// Names and addresses for letters to the preferred customers.
+Layout LetterAddresses(const Catalog& catalog, std::string_view database) {
+    LayoutDraft draft(catalog, database, navy);
+    draft.Value("Company", 0, 4, 28, {}, Primary);
+    draft.Value("Contact", 0, 34, 22, {});
+    draft.Value("Customer Since (mmmm yyyy)", 0, 58, 15, {});
+    draft.Value("Credit Limit", 0, 75, 11, {.alignment = 'R'});
+    draft.Value("Street", 1, 4, 32, {});
+    draft.Value("Postal Code", 1, 38, 9, {});
+    draft.Value("City", 1, 49, 15, {});
+    draft.Value("Country", 1, 66, 15, {});
+    draft.Condition("Preferred", "=", "True");
+    draft.Settings().intOutputType = wordMerge;
+    return draft.Take();
+}
+
+/// A table for other programs: one row for each order line of the fourth quarter.
+Layout SalesTable(const Catalog& catalog, std::string_view database) {
+    LayoutDraft draft(catalog, database, green);
+    draft.Value("Company", 0, 4, 28, {}, Primary);
+    draft.Value("Country", 0, 33, 15, {});
+    draft.Value("Order Number", 0, 49, 7, {}, Secondary);
+    draft.Value("Order Date (yyyy/mm/dd)", 0, 57, 11, {});
+    draft.Value("Salesperson", 0, 69, 16, {});
+    draft.Value("Quantity", 0, 86, 7, {.alignment = 'R'});
+    draft.Value("Product", 0, 95, 22, {});
+    draft.Value("Amount", 0, 118, 12, {.alignment = 'R'});
+    draft.Condition("Order Date (mm/dd/yyyy)", ">=", "10/01/2025");
+    draft.Settings().intOrientation = landscape;
+    draft.Settings().intPaperSize = legalPaper;
+    draft.Settings().intOutputType = accessDatabase;
+    return draft.Take();
+}
+
+using LayoutMaker = Layout (*)(const Catalog&, std::string_view);
+constexpr std::string_view layoutNames[] = {"STOCK.REP",  "SALES.REP",  "ORDERS.REP", "PRICES.REP", "CUSTOMER.REP",
+                                            "UNPAID.REP", "LABELS.REP", "LETTER.REP", "TABLE.REP"};
+constexpr LayoutMaker layoutMakers[] = {StockOnHand,  SalesByCountry, OrderBook,       PriceList, CustomerDirectory,
+                                        UnpaidOrders, AddressLabels,  LetterAddresses, SalesTable};
+static_assert(std::size(layoutNames) == std::size(layoutMakers));
 
 }  // namespace
 
