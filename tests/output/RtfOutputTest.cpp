@@ -1,5 +1,7 @@
 #include <gtest/gtest.h>
 
+#include <random>
+
 #include "ScratchFolder.h"
 #include "engine/FakeSurroundings.h"
 #include "output/OutputRooms.h"
@@ -360,6 +362,37 @@ TEST(RtfOutput, TextsGoInUnchanged) {
         EXPECT_EQ(body.erase(look, 17), c.bytes + "\\par\r\n") << c.text;
         const bool hasCommands = c.text.find_first_of("\\{}") != std::string::npos;
         EXPECT_EQ(scene.user.warnings.size(), hasCommands ? 1U : 0U) << c.text;
+    }
+}
+
+TEST(RtfOutput, AnyTextLeavesTheDocumentWhole) {
+    constexpr std::string_view pieces[] = {"\\", "{", "}", "'",    "bin",      "7",       "e",
+                                           " ",  "x", "-", "\r\n", "\xC3\xA9", "\xCE\xA9"};
+    std::mt19937 random(4711);
+    for (int round = 0; round < 5000; ++round) {
+        std::string text;
+        for (auto count = random() % 12; count > 0; --count) text += pieces[random() % std::size(pieces)];
+        std::string group = "{\\f1 ";
+        AppendRtfText(text, group);
+        group += "\\tab}";
+        BalanceRtfGroup(group, 0);
+        long depth = 0;
+        for (std::size_t at = 0; at < group.size(); ++at) {
+            if (group[at] == '\\') {
+                const std::string_view rest = std::string_view(group).substr(at + 1);
+                const auto isHex = [&rest](std::size_t i) {
+                    return std::isxdigit(static_cast<unsigned char>(rest[i]));
+                };
+                ASSERT_FALSE(rest.starts_with("bin7") || rest.starts_with("bin-")) << group;
+                ASSERT_TRUE(!rest.starts_with('\'') || (isHex(1) && isHex(2))) << group;
+                ++at;
+            } else if (group[at] == '{') {
+                ++depth;
+            } else if (group[at] == '}') {
+                ASSERT_GE(--depth, 0) << group;
+            }
+        }
+        ASSERT_EQ(depth, 0) << group;
     }
 }
 
