@@ -2,12 +2,14 @@
 
 #include <filesystem>
 #include <functional>
+#include <optional>
 #include <string>
 #include <vector>
 
 #include "designer/DesignSurface.h"
 #include "model/DataAccess.h"
 #include "model/UserInterface.h"
+#include "output/OutputRooms.h"
 #include "platform/Clock.h"
 #include "print/Printers.h"
 
@@ -15,12 +17,19 @@ class QWidget;
 
 namespace quillform::designer {
 
+/// The program's printer, which keeps what is set from one designer to the next.
+struct PrinterSetup {
+    std::optional<PrinterChoice> printer;  ///< where printer reports go; empty: into a PDF file
+    bool isLandscape = false;              ///< as the orientation buttons were last pressed
+};
+
 /// What the designer works with. All outlive it.
 struct DesignerServices {
     Layout& layout;
     UserInterface& user;
     DBEngine& engine;
     const Clock& clock;
+    PrinterSetup& printer;
     std::function<std::vector<print::Printer>()> listPrinters = print::ListPrinters;
 };
 

@@ -41,11 +41,12 @@ LayoutCommands::LayoutCommands(DesignSurface& surface, TextMeasure& measure, Use
 
 bool LayoutCommands::HasChanges() const { return LayoutText(surface_.Report()) != saved_; }
 
-void LayoutCommands::OpenLayout() {
-    if (const auto chosen = user_.OpenDialog(LayoutDialog("Open Report Layout..."))) LoadLayout(UpperCase(*chosen));
+bool LayoutCommands::OpenLayout() {
+    const auto chosen = user_.OpenDialog(LayoutDialog("Open Report Layout..."));
+    return chosen && LoadLayout(UpperCase(*chosen));
 }
 
-void LayoutCommands::LoadLayout(const std::string& fileName) {
+bool LayoutCommands::LoadLayout(const std::string& fileName) {
     Layout& layout = surface_.Report();
     const bool isThere = FindFile(fileName).has_value();
     if (isThere) KeepUnsaved();
@@ -59,15 +60,16 @@ void LayoutCommands::LoadLayout(const std::string& fileName) {
     try {
         if (!quillform::LoadLayout(fileName, layout, measure_, user_, options)) {
             layout.strLayoutFile = fileName;
-            return;
+            return false;
         }
     } catch (const RunTimeError& error) {
         user_.Message(error.what());
-        return;
+        return false;
     }
     caption_ = std::string(namedCaption) + fileName;
     surface_.ShowLayout();
     NoteSaved();
+    return true;
 }
 
 void LayoutCommands::SaveLayout() {
@@ -86,15 +88,15 @@ void LayoutCommands::SaveAs() {
     // In capitals the name may belong to another file than the one that was chosen to be replaced.
     const auto there = FindFile(*chosen);
     surface_.Report().strLayoutFile = there ? there->path.string() : UpperCase(*chosen);
-    Save();
-    if (!HasChanges()) caption_ = std::string(namedCaption) + UpperCase(*chosen);
+    if (Save()) caption_ = std::string(namedCaption) + UpperCase(*chosen);
 }
 
-void LayoutCommands::Save() {
+bool LayoutCommands::Save() {
     const Layout& layout = surface_.Report();
-    if (!quillform::SaveLayout(layout.strLayoutFile, layout, user_)) return;
+    if (!quillform::SaveLayout(layout.strLayoutFile, layout, user_)) return false;
     caption_ = std::string(namedCaption) + layout.strLayoutFile;
     NoteSaved();
+    return true;
 }
 
 void LayoutCommands::ClearLayout() {
@@ -118,7 +120,6 @@ void LayoutCommands::DeleteLayout() {
 }
 
 void LayoutCommands::KeepUnsaved() {
-    kept_.clear();
     const Layout& layout = surface_.Report();
     if (layout.Fields.Count() + layout.Queries.Count() == 0 || !HasChanges()) return;
     const std::filesystem::path path = std::filesystem::path(layout.strAppPath) / keptName;

@@ -3,6 +3,7 @@
 #include <filesystem>
 #include <functional>
 #include <string>
+#include <utility>
 
 #include "designer/DesignSurface.h"
 #include "model/UserInterface.h"
@@ -21,15 +22,15 @@ public:
 
     /// The form's caption: what layout is at hand.
     const std::string& Caption() const { return caption_; }
-    /// Where the last dropped layout was kept; empty if the last one had no changes.
-    const std::filesystem::path& Kept() const { return kept_; }
+    /// Where a layout with changes was kept since the last call; empty if none was dropped.
+    std::filesystem::path TakeKept() { return std::exchange(kept_, {}); }
     /// Whether the layout differs from what was last loaded or saved.
     bool HasChanges() const;
 
-    /// Asks for a file and loads it.
-    void OpenLayout();
+    /// Asks for a file and loads it. True if a layout was loaded.
+    bool OpenLayout();
     /// Loads a layout. If there is no such file, the surface stays as it is, but the layout has the new name.
-    void LoadLayout(const std::string& fileName);
+    bool LoadLayout(const std::string& fileName);
     /// Saves under the layout's name, and asks for one only where it has none.
     void SaveLayout();
     /// Asks for a name, takes it in capitals and saves. A file that is there under the name in any case is replaced.
@@ -43,8 +44,7 @@ public:
     void KeepUnsaved();
 
 private:
-    std::string SaveDialogPath();
-    void Save();
+    bool Save();
     void NoteSaved();
 
     DesignSurface& surface_;

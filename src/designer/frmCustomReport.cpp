@@ -52,7 +52,7 @@ void frmCustomReport::Form_Load() {
     adjustSize();
     SizeForm(*this);
     setWindowTitle(ToQt(commands_.Caption()));
-    bar_->ShowOrientation(services_.layout.settings.intOrientation == 0);
+    bar_->ShowOrientation(services_.printer.isLandscape);
     frame_->View().setFocus();
 }
 
@@ -67,17 +67,9 @@ void frmCustomReport::Form_Activate() {
     services_.layout.InitReportModule();
     services_.layout.Fields.ClearAll();
     commands_.ClearLayout();
-    if (layoutAtStart_)
-        commands_.LoadLayout(*layoutAtStart_);
-    else if (forms_.checkDatabase)
-        forms_.checkDatabase();
+    if (layoutAtStart_) return AfterLayoutCommand(commands_.LoadLayout(*layoutAtStart_) ? IsLoaded::Yes : IsLoaded::No);
+    if (forms_.checkDatabase) forms_.checkDatabase();
     AfterLayoutCommand();
-}
-
-bool frmCustomReport::event(QEvent* event) {
-    // The tips of menu entries must not hide the item under the mouse for longer than the menu is open.
-    if (event->type() == QEvent::WindowActivate) statusBar()->clearMessage();
-    return QMainWindow::event(event);
 }
 
 void frmCustomReport::closeEvent(QCloseEvent* event) {
@@ -109,8 +101,7 @@ void frmCustomReport::Form_KeyPress(int keyAscii) {
 void frmCustomReport::File_Click(int index) {
     switch (index) {
         case 0:
-            commands_.OpenLayout();
-            break;
+            return AfterLayoutCommand(commands_.OpenLayout() ? IsLoaded::Yes : IsLoaded::No);
         case 1:
             commands_.SaveLayout();
             break;
@@ -137,13 +128,13 @@ void frmCustomReport::File_Click(int index) {
     AfterLayoutCommand();
 }
 
-void frmCustomReport::AfterLayoutCommand() {
+void frmCustomReport::AfterLayoutCommand(IsLoaded isLoaded) {
     setWindowTitle(ToQt(commands_.Caption()));
     // A new layout is in portrait and leaves the button as it was; a loaded one shows its own.
-    if (!services_.layout.strLayoutFile.empty()) bar_->ShowOrientation(services_.layout.settings.intOrientation == 0);
-    if (!commands_.Kept().empty())
+    if (isLoaded == IsLoaded::Yes) bar_->ShowOrientation(services_.layout.settings.intOrientation == 0);
+    if (const auto kept = commands_.TakeKept(); !kept.empty())
         statusBar()->showMessage(QStringLiteral("The changes of the layout before were kept in ") +
-                                 ToQt(commands_.Kept().string()));
+                                 ToQt(kept.string()));
     ShowChanges();
     if (forms_.showWarnings) forms_.showWarnings();
 }
@@ -164,8 +155,8 @@ void frmCustomReport::ShowForm(const DesignerForms::Form& form) {
 }
 
 void frmCustomReport::SetUpPrinter() {
-    PrinterDialog dialog(services_.listPrinters, printer_, this);
-    if (dialog.exec() == QDialog::Accepted) printer_ = dialog.Chosen();
+    PrinterDialog dialog(services_.listPrinters, services_.printer.printer, this);
+    if (dialog.exec() == QDialog::Accepted) services_.printer.printer = dialog.Chosen();
 }
 
 void frmCustomReport::EditReportOptions() {
@@ -204,7 +195,9 @@ void frmCustomReport::Toolbar3_ButtonClick(FontStyle style, bool isDown) {
 }
 
 void frmCustomReport::Toolbar4_ButtonClick(bool isLandscape) {
-    if (!Picture1_->isVisible()) formatting_.Toolbar4_ButtonClick(isLandscape);
+    if (Picture1_->isVisible()) return;
+    services_.printer.isLandscape = isLandscape;
+    formatting_.Toolbar4_ButtonClick(isLandscape);
 }
 
 void frmCustomReport::ShowSelection() {

@@ -10,7 +10,6 @@
 #include "designer/LayoutCommands.h"
 #include "designer/ScreenFonts.h"
 #include "model/ReportSettings.h"
-#include "output/OutputRooms.h"
 
 class QAction;
 class QLabel;
@@ -47,7 +46,6 @@ protected:
     void showEvent(QShowEvent* event) override;
     void closeEvent(QCloseEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
-    bool event(QEvent* event) override;
 
 private:
     static constexpr int fileEntries = 10;
@@ -85,7 +83,8 @@ private:
     void SetUpPrinter();
     void EditFont();
     void ShowForm(const DesignerForms::Form& form);
-    void AfterLayoutCommand();
+    enum class IsLoaded { No, Yes };
+    void AfterLayoutCommand(IsLoaded isLoaded = IsLoaded::No);
     void ShowSelection();
     void ShowPointed(const clssFields* item, std::optional<QPointF> place);
     void ShowChanges();
@@ -98,7 +97,6 @@ private:
     ItemFormatting formatting_;
     LayoutCommands commands_;
 
-    std::optional<PrinterChoice> printer_;  // where printer reports go; empty: into a PDF file
     bool boolStarted_ = false;
     bool boolCancelReport_ = false;
     bool boolUpdatingFont_ = false;

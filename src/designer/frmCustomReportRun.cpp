@@ -38,7 +38,7 @@ void frmCustomReport::ProcessReport(OutputType Flag) {
 
 void frmCustomReport::Run(OutputType type) {
     RunUser user(services_.user, *Picture1_, boolCancelReport_);
-    const std::unique_ptr<Output> output = MakeOutput(type, {.printer = printer_});
+    const std::unique_ptr<Output> output = MakeOutput(type, {.printer = services_.printer.printer});
     ReportRun report(services_.layout, *output, {services_.engine, user, services_.clock, fonts_});
     const RunOutcome outcome = report.ProcessReport();
     if (outcome.failure) user.Message(outcome.failure->what(), {});

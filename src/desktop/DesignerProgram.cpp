@@ -56,10 +56,11 @@ cli::ExitCode OpenDesigner(DesktopUser& user, const std::optional<std::string>& 
     layout.ClearLayout();
     MakeSamplesOnce(layout, *engine, user);
 
+    designer::PrinterSetup printer;
     designer::DesignerForms forms;
     forms.checkDatabase = [&] { CheckReportDatabase(layout, *engine, user); };
     forms.showWarnings = [&] { user.ShowWarnings(); };
-    designer::frmCustomReport form({layout, user, *engine, clock}, std::move(forms), WholePath(layoutFile));
+    designer::frmCustomReport form({layout, user, *engine, clock, printer}, std::move(forms), WholePath(layoutFile));
     QEventLoop loop;
     QObject::connect(&form, &designer::frmCustomReport::Unloaded, &loop, &QEventLoop::quit);
     form.show();

@@ -29,9 +29,9 @@ void FormScene::Open(std::optional<std::string> layoutAtStart, bool hasForms) {
         forms.fieldOptions = note("fieldOptions");
         forms.checkDatabase = [this] { shown.emplace_back("checkDatabase"); };
     }
-    form =
-        std::make_unique<frmCustomReport>(DesignerServices{layout, user, *engine, clock, [this] { return Printers(); }},
-                                          std::move(forms), std::move(layoutAtStart));
+    form = std::make_unique<frmCustomReport>(
+        DesignerServices{layout, user, *engine, clock, printer, [this] { return Printers(); }}, std::move(forms),
+        std::move(layoutAtStart));
     QObject::connect(form.get(), &frmCustomReport::Unloaded, [this](bool byExit) { unloadedByExit = byExit; });
     form->show();
     ASSERT_TRUE(QTest::qWaitForWindowActive(form.get()));

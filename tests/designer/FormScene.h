@@ -71,6 +71,7 @@ protected:
     SystemClock clock;
     std::unique_ptr<DBEngine> engine = data::MakeEngine(clock);
     Layout layout;
+    PrinterSetup printer;
     std::vector<std::string> shown;  ///< names of the forms that were opened
     std::optional<bool> unloadedByExit;
     std::function<void()> inReportOptions;

@@ -222,6 +222,9 @@ TEST_F(Form, OrientationTurnsThePage) {
     Key(Qt::Key_N, Qt::ControlModifier);
     EXPECT_EQ(layout.settings.intOrientation, 1);
     EXPECT_TRUE(IsDown("Toolbar4_1"));  // a new layout leaves the button as it was
+    EXPECT_TRUE(printer.isLandscape);
+    Open();
+    EXPECT_TRUE(IsDown("Toolbar4_1"));  // and so does a new start of the form
 }
 
 TEST_F(Form, AnEnvelopeNarrowsTheViewportAndItsBar) {
