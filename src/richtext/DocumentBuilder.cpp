@@ -26,6 +26,7 @@ void DocumentBuilder::AddText(std::string_view text, const CharacterFormat& char
                               const ParagraphFormat& paragraph) {
     // Places in the text have 32 bits; what goes beyond is left out, like what is cut off a file.
     if (text.empty() || text.size() > std::numeric_limits<std::uint32_t>::max() - document_.text.size()) return;
+    rows_.SetPageBreakBehind(false);
     if (!HasText()) openFormat_ = paragraph;
     const std::uint32_t format = NumberOf(document_.characterFormats, character);
     if (HasText() && document_.runs.back().format == format)
@@ -54,6 +55,11 @@ void DocumentBuilder::EndParagraph(const ParagraphFormat& paragraph, const Chara
 }
 
 void DocumentBuilder::EndCell(const ParagraphFormat& paragraph, const CharacterFormat& mark) {
+    rows_.SetPageBreakBehind(false);
+    CloseCell(paragraph, mark);
+}
+
+void DocumentBuilder::CloseCell(const ParagraphFormat& paragraph, const CharacterFormat& mark) {
     ParagraphFormat inTable = HasText() ? openFormat_ : paragraph;
     inTable.isInTable = true;
     openFormat_ = inTable;
@@ -65,7 +71,7 @@ void DocumentBuilder::EndCell(const ParagraphFormat& paragraph, const CharacterF
 void DocumentBuilder::EndRow(const ParagraphFormat& paragraph, const CharacterFormat& mark) {
     // The last cell of a row may have been left open; blanks between its end and the row's are none.
     if (IsBlank() && !rows_.HasOpenCell()) DropText();
-    if (HasText() || rows_.HasOpenCell()) EndCell(paragraph, mark);
+    if (HasText() || rows_.HasOpenCell()) CloseCell(paragraph, mark);
     rows_.CloseRow();
 }
 
@@ -84,7 +90,7 @@ void DocumentBuilder::BreakPage(const CharacterFormat& mark) {
     // A line of nothing but blanks before the break would take a place on the page, and begin another where it is full.
     if (IsBlank()) DropText();
     if (rows_.IsOpen() || (HasText() && openFormat_.isInTable && rows_.IsDefined())) {
-        rows_.BreakPageBehind();
+        rows_.SetPageBreakBehind(true);
         return;
     }
     if (HasText()) EndParagraph(openFormat_, mark);

@@ -32,7 +32,8 @@ public:
     /// What was begun and not ended is ended: a row in the table, a paragraph outside.
     void StartRowDefinition(const CharacterFormat& mark);
     RowFormat& RowDefinition() { return rows_.Definition(); }
-    /// Within a row it waits for the row's end.
+    /// A break that a row's end or the next row's definition follows stands behind the row. Others within a cell are
+    /// passed over, as other readers do: a page can't end beside cells that go on.
     void BreakPage(const CharacterFormat& mark);
     void StartSection(const ParagraphFormat& paragraph, const CharacterFormat& mark, const Geometry& geometry);
 
@@ -43,6 +44,7 @@ private:
     bool HasText() const { return document_.runs.size() > firstRun_; }
     bool IsBlank() const;
     void DropText();
+    void CloseCell(const ParagraphFormat& paragraph, const CharacterFormat& mark);
 
     Document document_;
     RowBuilder rows_;

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 #include "platform/Text.h"
 
@@ -25,7 +26,7 @@ void LineBreaker::Break(const Paragraph& paragraph, double width, LineList& out)
     StartLine(format_->leftIndent + format_->firstIndent);
     for (std::uint32_t i = 0; i < paragraph.runCount; ++i) TakeRun(document_.runs[paragraph.firstRun + i]);
     EndWord();
-    RaiseLine(paragraph.markFormat);
+    RaiseEmptyLine(paragraph.markFormat);
     EndLine();
 
     Line& first = out.lines[firstLine];
@@ -44,7 +45,7 @@ void LineBreaker::TakeRun(const Run& run) {
                 break;
             case '\n':
                 EndWord();
-                RaiseLine(run.format);
+                RaiseEmptyLine(run.format);
                 EndLine();
                 StartLine(format_->leftIndent);
                 break;
@@ -78,7 +79,10 @@ void LineBreaker::EndWord() {
         StartLine(format_->leftIndent);
     }
     if (Fits(wordWidth_))
-        for (const Piece& part : word_) Place(part);
+        for (const Piece& part : word_) {
+            RaiseLine(part.format);
+            Place(part);
+        }
     else
         SplitWord();
     trailingBlanks_ = 0;
@@ -102,6 +106,7 @@ void LineBreaker::SplitWord() {
                 EndLine();
                 StartLine(format_->leftIndent);
             }
+            RaiseLine(part.format);
             Place(letter);
             canBreak_ = true;
         }
@@ -116,6 +121,7 @@ void LineBreaker::TakeBlanks(const Run& run, std::size_t from, std::size_t to) {
     blanks.length = static_cast<std::uint32_t>(to - from);
     blanks.width = fonts_.Width(run.format, " ") * static_cast<double>(to - from);
     Place(blanks);
+    blankFormat_ = run.format;
     trailingBlanks_ += blanks.width;
 }
 
@@ -164,7 +170,6 @@ TabStop LineBreaker::NextStop() const {
 }
 
 void LineBreaker::Place(const Piece& piece) {
-    RaiseLine(piece.format);
     hasText_ = true;
     auto& pieces = out_->pieces;
     const bool continues = pieces.size() > segmentPiece_ && pieces.back().format == piece.format &&
@@ -180,9 +185,14 @@ void LineBreaker::Place(const Piece& piece) {
 }
 
 void LineBreaker::RaiseLine(std::uint32_t format) {
+    if (const auto blanks = std::exchange(blankFormat_, std::nullopt)) RaiseLine(*blanks);
     const PlacedFont& font = fonts_.Of(format);
     ascent_ = std::max(ascent_, font.ascent);
     descent_ = std::max(descent_, font.Descent());
+}
+
+void LineBreaker::RaiseEmptyLine(std::uint32_t format) {
+    if (ascent_ + descent_ == 0) RaiseLine(format);
 }
 
 double LineBreaker::PenBehind(double width) const {
@@ -216,6 +226,7 @@ void LineBreaker::StartLine(double indent) {
     segmentStop_ = {};
     trailingBlanks_ = ascent_ = descent_ = 0;
     hasText_ = canBreak_ = false;
+    blankFormat_.reset();
 }
 
 void LineBreaker::EndLine() {

@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <string_view>
 #include <vector>
 
@@ -40,8 +41,10 @@ struct LineList {
 };
 
 /// Breaks paragraphs into lines. A line breaks behind blanks and hyphens, and within a word that is wider than the
-/// line; blanks at its end may stand beyond the margin. A tab goes to the next stop of the paragraph behind it, then to
-/// the next multiple of the document's default distance; one that leads to the margin or beyond begins a new line.
+/// line; blanks at its end may stand beyond the margin.
+/// A line is as high as its tallest letters; blanks at its end, and its own end, count where there is nothing else. A
+/// tab goes to the next stop of the paragraph behind it, then to the next multiple of the document's default distance;
+/// one that leads to the margin or beyond begins a new line.
 class LineBreaker {
 public:
     LineBreaker(const Document& document, FormatFonts& fonts) : document_(document), fonts_(fonts) {}
@@ -61,6 +64,7 @@ private:
     TabStop NextStop() const;
     void Place(const Piece& piece);
     void RaiseLine(std::uint32_t format);
+    void RaiseEmptyLine(std::uint32_t format);
     /// Where the pen is once `width` more twips have been written.
     double PenBehind(double width) const;
     bool Fits(double width) const;
@@ -84,6 +88,7 @@ private:
     double trailingBlanks_ = 0;
     double ascent_ = 0;
     double descent_ = 0;
+    std::optional<std::uint32_t> blankFormat_;  // of the blanks that nothing follows yet
     bool hasText_ = false;
     bool canBreak_ = false;  // something stands on it that may stay without what follows
 

@@ -28,8 +28,8 @@ public:
     void CloseCell();
     /// Nothing if no row is open.
     void CloseRow();
-    /// The page ends with the open row.
-    void BreakPageBehind() { breaksPage_ = true; }
+    /// The page ends with the open row, or doesn't.
+    void SetPageBreakBehind(bool breaksPage) { breaksPage_ = breaksPage; }
     /// The latest paragraph stands outside of tables.
     void PassOver() { rowStart_ = cellStart_ = document_.paragraphs.size(); }
 

@@ -56,7 +56,8 @@ TEST(LayoutTest, LinesAreAsHighAsTheirTallestLetters) {
     ExpectLaid("a\\sb100\\sa50\\par\\pard b", "1000 1100 a\n1000 1390 b\n");
     ExpectLaid("\\sl-300 a\\par b", "1000 1060 a\n1000 1360 b\n");
     ExpectLaid("\\sl480\\slmult1 a\\par b", "1000 1240 a\n1000 1720 b\n");
-    ExpectLaid("a\\fs40\\par b", "1000 1192 a\n1000 1480 b\n");
+    ExpectLaid("a {\\fs40  }\\fs40\\par\\fs20 b", "1000 1000 a \n1000 1240 b\n");  // neither blanks nor the end
+    ExpectLaid("\\fs40\\par{\\fs60  }\\par\\fs20 a{\\fs40  }b", "1000 2392 a\n1360 2392 b\n");
 }
 
 TEST(LayoutTest, PagesEndWhenTheyAreFullOrAsked) {

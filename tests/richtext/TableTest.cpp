@@ -21,6 +21,7 @@ TEST(TableTest, RowsEndInManyWays) {
         {row + "{\\tx240\r\na}\\cell {\\tx240\r\nb}\\cell\\row\\pard end\\par", "a/b/#end|"},
         {row + "{a}\\cell \r\n{b}\r\n\\row " + row + "{c}\\cell {d}\\cell \\row", "a/b/#c/d/#"},
         {row + "{a}\\cell {b}\r\n {\\page}\r\n" + row + "{c \\par\r\nd}\\par", "a/b /#=c |d/#"},
+        {row + "{a} {\\page}\r\n{b}\\cell {c} {\\page}\\cell\\row\\pard{\\v {\\page}\r\n}d", "a b/c /#=d|"},
         {row + "{a}\\cell {b}\\cell\\row {\\page}\r\n" + row + "{c}\\cell\\row", "a/b/#=c/#"},
         {"head" + row + "{a}\\cell {b}\\cell\\row\\par", "head|a/b/#"},
         {row + "a\\cell b\\cell \\pard\\intbl {\\trowd\\cellx1000\\cellx2000\\row }c", "a/b/#c/#"},
