@@ -64,6 +64,7 @@ void TerminalUser::Note(std::string_view text) {
 
 /// There is no window here, so the file is named instead.
 void TerminalUser::ShowPrintWindow(const std::string& file) {
+    if (file == "-") return;  // standard output shows itself
     Note("The screen report is in \"" + file + "\"; any program that reads rich text shows it.");
 }
 
