@@ -281,6 +281,36 @@ TEST_P(JetWrite, InnerRollbackKeepsTheOuterChanges) {
     EXPECT_EQ(Check(file.Path()).fault, "");
 }
 
+TEST_P(JetWrite, NumbersCountOn) {
+    const ScratchFile file(Name("counting"));
+    TableDef table;
+    table.Name = "T";
+    table.Fields = {Column("Id", FieldType::Long), Column("Mark", FieldType::Guid)};
+    for (Field& field : table.Fields) field.AutoNumber = true;
+    table.Indexes = {PrimaryKey("Id"), {"Mark", {{"Mark", false}}, false, true, false, false, true}};
+    jet::Create(file.Path(), GetParam())->CreateTable(table);
+    std::vector<std::int64_t> ids;
+    const auto insert = [&ids](data::Storage& storage, Value id) {
+        data::StoredTable& rows = Table(storage, "T");
+        const auto reader = rows.Reader();
+        ASSERT_TRUE(reader->Read(rows.Insert(std::vector<Value>{std::move(id), Value()})));
+        ids.push_back(reader->Value(0).integer);
+        EXPECT_EQ(reader->Value(1).text.size(), 38u);
+    };
+    for (int round = 0; round < 2; ++round) {
+        const auto storage = jet::Open(file.Path(), Access::ReadWrite);
+        insert(*storage, Value());
+        insert(*storage, Value());
+        storage->Begin();
+        insert(*storage, Value());
+        storage->Rollback();
+        insert(*storage, Value());
+        insert(*storage, Value::Integer(ids.back() + 100));
+    }
+    EXPECT_EQ(ids, (std::vector<std::int64_t>{1, 2, 3, 3, 103, 104, 105, 106, 106, 206}));
+    EXPECT_EQ(Check(file.Path()).fault, "");
+}
+
 /// The catalogue is a table too: whoever changes it must not pull a table away from under the transaction.
 TEST_P(JetWrite, CatalogueChangedInsideTransaction) {
     jet::JetDatabase database(std::make_unique<jet::MemoryFile>(jet::JetDatabase::MakeEmpty(GetParam(), 40000)),
