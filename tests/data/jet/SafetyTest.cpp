@@ -9,7 +9,6 @@
 #include <cstring>
 #include <functional>
 #include <map>
-#include <random>
 #include <set>
 
 #include "data/jet/Catalog.h"
@@ -241,78 +240,6 @@ TEST(JetSafety, WhatIsNotADatabaseIsNamed) {
     EXPECT_EQ(NumberOf([&] { jet::Open("/no/such/file.mdb", Access::ReadWrite); }), ErrorNumber::FileMissing);
     EXPECT_EQ(NumberOf([&] { jet::Open(std::filesystem::temp_directory_path(), Access::ReadOnly); }),
               ErrorNumber::DiskError);
-}
-
-/// Reads everything that there is to read.
-void ReadEverything(std::vector<std::uint8_t> bytes) {
-    jet::JetDatabase database(std::make_unique<jet::MemoryFile>(std::move(bytes)), "damaged", Access::ReadWrite);
-    NumberOf([&] { database.Relations(); });
-    for (std::size_t i = 0; i < database.Tables().size(); ++i) {
-        NumberOf([&] {
-            const data::StoredTable& table = database.Rows(i);
-            std::size_t rows = 0;
-            for (const auto scan = table.Scan(); scan->Next() && rows < 20000; ++rows)
-                for (int column = 0; column < static_cast<int>(table.Definition().Fields.size()); ++column)
-                    NumberOf([&] { scan->Value(column); });
-        });
-    }
-    NumberOf([&] { CheckAllIndexes(database.File()); });
-}
-
-/// Damaged files give errors, or rows with wrong values, but nothing worse; the sanitizers watch in their build.
-TEST(JetSafety, DamagedFilesAreReadWithoutHarm) {
-    if (SampleFolder().empty()) GTEST_SKIP() << "the folder of sample databases is not there";
-    std::mt19937 random(20260102);
-    for (const char* name : {"jet3-deleted-rows.mdb", "jet3-wide-74.mdb", "jet4-minimal-a.mdb",
-                             "jet4-overflow-rows.mdb", "jet4-unicode-compression.mdb"}) {
-        const std::string good = Content(SampleFolder() / name);
-        const std::size_t pageSize = good[0x14] == 0 ? 2048 : 4096;
-        for (int round = 0; round < 60; ++round) {
-            std::vector<std::uint8_t> bytes(good.begin(), good.end());
-            for (auto flips = 1 + random() % 20; flips > 0; --flips) {
-                // Mostly where pages have their heads: damage in the middle of a text says nothing.
-                const std::size_t page = random() % (bytes.size() / pageSize);
-                const std::size_t at = page * pageSize + random() % (random() % 3 ? 80 : pageSize);
-                bytes[at] = static_cast<std::uint8_t>(random() % 2 ? bytes[at] ^ 1u << random() % 8 : random());
-            }
-            if (round % 10 == 0) bytes.resize(random() % bytes.size());
-            NumberOf([&] { ReadEverything(std::move(bytes)); });
-        }
-    }
-}
-
-/// Writing into a damaged file ends in an error or in a file that can still be read; never in harm.
-TEST(JetSafety, DamagedFilesAreWrittenWithoutHarm) {
-    std::mt19937 random(5);
-    for (const Format format : {Format::Jet3, Format::Jet4}) {
-        const auto content = std::make_shared<std::vector<std::uint8_t>>(jet::JetDatabase::MakeEmpty(format, 40000));
-        {
-            jet::JetDatabase database(std::make_unique<jet::MemoryFile>(content), "good", Access::ReadWrite);
-            database.CreateTable(SmallTable());
-            InsertRows(database, 600);
-        }
-        const std::size_t pageSize = format == Format::Jet3 ? 2048 : 4096;
-        for (int round = 0; round < 60; ++round) {
-            std::vector<std::uint8_t> bytes = *content;
-            for (auto flips = 1 + random() % 8; flips > 0; --flips) {
-                const std::size_t at = (1 + random() % (bytes.size() / pageSize - 1)) * pageSize + random() % 100;
-                bytes[at] = static_cast<std::uint8_t>(random());
-            }
-            NumberOf([&] {
-                jet::JetDatabase database(std::make_unique<jet::MemoryFile>(bytes), "damaged", Access::ReadWrite);
-                NumberOf([&] { InsertRows(database, 50); });
-                NumberOf([&] {
-                    data::StoredTable& table = Table(database, "T");
-                    std::vector<data::RowId> rows;
-                    for (const auto scan = table.Scan(); scan->Next() && rows.size() < 50;) rows.push_back(scan->Id());
-                    const std::pair<int, Value> change[] = {{1, Value::Text("another text, somewhat longer")}};
-                    for (const data::RowId row : rows) table.Update(row, change);
-                    for (const data::RowId row : rows) table.Delete(row);
-                });
-                NumberOf([&] { database.DropTable("T"); });
-            });
-        }
-    }
 }
 
 }  // namespace
