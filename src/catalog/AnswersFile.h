@@ -31,7 +31,8 @@ namespace quillform {
 /// RunTimeError InvalidFileFormat with the file's name, the line's number and what is wrong with it.
 Answers ParseAnswers(std::string_view text, std::string_view fileName);
 
-/// The same answers as text. RunTimeError NotSupported for a name or reply with a line end in it.
+/// The same answers as text. RunTimeError NotSupported for a name or reply with a control character in it, other
+/// than a tab.
 std::string AnswersText(const Answers& answers);
 
 /// The failure of an answer: its file, its line (0: none) and `problem`, a sentence.

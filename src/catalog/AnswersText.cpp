@@ -5,10 +5,12 @@ namespace quillform {
 
 namespace {
 
-void RefuseLineEnds(std::string_view text) {
-    if (text.find_first_of("\r\n") != std::string_view::npos)
-        throw RunTimeError(ErrorNumber::NotSupported,
-                           "\"" + std::string(text) + "\" has a line end in it, which an answers file can't hold.");
+void RefuseControlCharacters(std::string_view text) {
+    for (const char character : text)
+        if (static_cast<unsigned char>(character) < ' ' && character != '\t')
+            throw RunTimeError(ErrorNumber::NotSupported, "\"" + std::string(text) +
+                                                              "\" has a line end or another control character in it, "
+                                                              "which an answers file can't hold.");
 }
 
 std::string Doubling(std::string_view text, char end) {
@@ -18,12 +20,12 @@ std::string Doubling(std::string_view text, char end) {
 }
 
 std::string Bracketed(std::string_view name) {
-    RefuseLineEnds(name);
+    RefuseControlCharacters(name);
     return "[" + Doubling(name, ']') + "]";
 }
 
 std::string Reply(std::string_view text) {
-    RefuseLineEnds(text);
+    RefuseControlCharacters(text);
     constexpr std::string_view blanks = " \t";
     const bool isPlain = !text.empty() && text[0] != '"' && blanks.find(text.front()) == std::string_view::npos &&
                          blanks.find(text.back()) == std::string_view::npos;

@@ -18,9 +18,14 @@ std::string_view Stripped(std::string_view text) {
     return text.substr(first, text.find_last_not_of(blanks) - first + 1);
 }
 
-bool IsUtf8(std::string_view text) {
+/// UTF-8 without control characters, but for tabs.
+bool IsText(std::string_view text) {
     std::string again;
-    for (std::size_t position = 0; position < text.size();) AppendCodePoint(NextCodePoint(text, position), again);
+    for (std::size_t position = 0; position < text.size();) {
+        const char32_t codePoint = NextCodePoint(text, position);
+        if (codePoint < U' ' && codePoint != U'\t') return false;
+        AppendCodePoint(codePoint, again);
+    }
     return again == text;
 }
 
@@ -45,7 +50,7 @@ private:
     }
     void TakeLine(std::string_view line) {
         if (line.empty() || line[0] == '#') return;
-        if (!IsUtf8(line)) FailHere("The line is no UTF-8 text.");
+        if (!IsText(line)) FailHere("The line is no UTF-8 text.");
         if (!hasHeading_) {
             if (line != heading) FailHere("An answers file begins with \"" + std::string(heading) + "\".");
             hasHeading_ = true;

@@ -3,6 +3,7 @@
 #include "catalog/AnswersFile.h"
 #include "catalog/MemoryDatabase.h"
 #include "catalog/Unattended.h"
+#include "platform/OutputFile.h"
 
 namespace quillform {
 namespace {
@@ -81,6 +82,7 @@ TEST(AnswersFile, FaultsAreToldWithTheirLine) {
         {"table [A]\nfield [B]\nmask \"0", "a.txt, line 4: A closing \" is missing."},
         {"table [A]\nfield [B]\nmask \"0\" 1", "a.txt, line 4: \"1\" is too much."},
         {"table [A]\nfield [B]\nmask \xE9", "a.txt, line 4: The line is no UTF-8 text."},
+        {"table [A\rB]", "a.txt, line 2: The line is no UTF-8 text."},
         {"link [A].[B] [C].[D]", "a.txt, line 2: A link is written [TABLE].[FIELD] = [TABLE].[FIELD]."},
         {"link [A].[B] = [C].[D]\nno link [C] [A]", "a.txt, line 3: The same is answered in line 2."},
         {"unlisted fields never", "a.txt, line 2: \"never\" is none of default, no and stop."},
@@ -125,6 +127,29 @@ Lines CatalogOf(const MemoryFile& file) {
         lines.push_back(row["Table1"] + "." + row["Field1"] + "=" + row["Table2"] + "." + row["Field2"]);
     }
     return lines;
+}
+
+TEST(Answers, OfTheGuidesExample) {
+    const std::string guide = ReadWholeFile(QUILLFORM_SOURCE_DIR "/docs/guide.md");
+    const std::size_t begin = guide.find("quillform answers 1\n");
+    ASSERT_NE(begin, std::string::npos);
+    const std::string example = guide.substr(begin, guide.find("```", begin) - begin);
+    MemoryFile file;
+    file.tables = {Table("Customers", {Column("CustomerID", FieldType::Text, 5),
+                                       Column("CompanyName", FieldType::Text, 40), Column("Fax", FieldType::Text, 24)}),
+                   Table("Log", {Column("Line", FieldType::Memo)}),
+                   Table("Orders", {Column("Freight", FieldType::Currency), Column("PaidOn", FieldType::Text, 8),
+                                    Column("OrderDate", FieldType::Date), Column("CustomerID", FieldType::Text, 5)})};
+    MemoryDatabase database(file);
+    const ConfigurationReport report = ConfigureByAnswers(database, "/shop.mdb", ParseAnswers(example, "example"));
+    EXPECT_EQ(CatalogOf(file),
+              (Lines{"Customers.CustomerID|Customer number|5| ", "Customers.CompanyName|Company|40| ",
+                     "Customers.CompanyName|Initial|1| ", "Orders.Freight|Freight|8|#,##0.00",
+                     "Orders.Freight|Freight in all|8|#,##0.00", "Orders.PaidOn|Paid(yyyymmdd)|8|yyyymmdd",
+                     "Orders.OrderDate|Ordered (mm/dd/yyyy)|10|mm/dd/yyyy",
+                     "Orders.OrderDate|Ordered (mmmm yyyy)|14|mmmm yyyy", "Orders.CustomerID|CustomerID|5| ",
+                     "Customers.CustomerID=Orders.CustomerID"}));
+    EXPECT_EQ(report.notes, Lines{});
 }
 
 struct Case {

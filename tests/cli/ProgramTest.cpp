@@ -87,6 +87,11 @@ TEST_F(Program, RefusesInOneSentenceAndLeavesNothing) {
         {{"configure", "@Sample.mdb"}, noWindow, "--defaults"},
         {{"configure", "=none.mdb"}, 5, "none.mdb"},
         {{"configure", "=none.mdb", "--defaults"}, 5, "none.mdb"},
+        {{"configure", "@Sample.mdb", "--answers", "=none.txt"}, 6, "none.txt"},
+        {{"configure", "@Sample.mdb", "--answers", "@STOCK.REP"}, 6, "STOCK.REP, line 1"},
+        {{"configure", "@Sample.mdb", "--answers", "=a", "--defaults"}, 2, "exclude"},
+        {{"configure", "@Sample.mdb", "--dry-run"}, 2, "--dry-run"},
+        {{"configure", "@Sample.mdb", "--defaults", "--record", "=no/a.txt"}, 7, "no/a.txt"},
         {{"sample", "@"}, 7, "Sample.mdb"},
     };
     const auto before = Snapshot(folder_.Path());
