@@ -3,6 +3,7 @@
 #include <ft2build.h>
 #include FT_FREETYPE_H
 #include FT_ADVANCES_H
+#include FT_CID_H
 #include FT_TRUETYPE_TABLES_H
 
 #include "platform/RunTimeError.h"
@@ -14,7 +15,7 @@ namespace {
 bool NeedsEscape(unsigned byte) { return byte == '(' || byte == ')' || byte == '\\' || byte == '\r'; }
 
 [[noreturn]] void FailToRead(const FontFile& file) {
-    throw RunTimeError(ErrorNumber::DeviceIo, "The font file " + file.path + " can't be read as a TrueType font.");
+    throw RunTimeError(ErrorNumber::DeviceIo, "The font file " + file.path + " can't be read or may not be embedded.");
 }
 
 }  // namespace
@@ -69,6 +70,12 @@ void FontFace::ReadMetrics() {
 }
 
 std::uint32_t FontFace::GlyphOf(char32_t codePoint) const { return FT_Get_Char_Index(face_.get(), codePoint); }
+
+std::optional<std::uint32_t> FontFace::CharacterIdOf(std::uint32_t glyph) const {
+    FT_UInt id = 0;
+    if (FT_Get_CID_From_Glyph_Index(face_.get(), glyph, &id) != 0) return std::nullopt;
+    return id;
+}
 
 double FontFace::AdvanceOf(std::uint32_t glyph) const {
     FT_Fixed advance = 0;

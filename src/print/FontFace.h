@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <string>
 #include <unordered_map>
 #include <vector>
@@ -33,6 +34,8 @@ public:
     FontFace(const FontLibrary& library, const FontFile& file);
 
     std::uint32_t GlyphOf(char32_t codePoint) const;  ///< 0 if it has none
+    /// What addresses the glyph's outline in fonts that number their outlines apart from their glyphs; else empty.
+    std::optional<std::uint32_t> CharacterIdOf(std::uint32_t glyph) const;
     double AdvanceOf(std::uint32_t glyph) const;
 
     struct Metrics {

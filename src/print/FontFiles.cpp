@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cstdlib>
+#include <filesystem>
 #include <set>
 
 #include "platform/RunTimeError.h"
@@ -66,12 +67,21 @@ std::string_view StringOf(const FcPattern* pattern, const char* object, int numb
     return reinterpret_cast<const char*>(value);
 }
 
-// Outlines of the other form can't be addressed glyph by glyph once embedded, and variable fonts would have to be
-// frozen.
+bool HasCffOutlines(const FcPattern* pattern) { return StringOf(pattern, FC_FONTFORMAT) == "CFF"; }
+
+/// Outlines of that form may also stand in files of their own, which lack what else a font is measured by.
+bool IsOpenTypeFile(std::string_view path) {
+    const std::string extension = std::filesystem::path(path).extension().string();
+    return EqualCaseBlind(extension, ".otf") || EqualCaseBlind(extension, ".otc");
+}
+
+// Variable fonts would have to be frozen.
 bool IsEmbeddable(const FcPattern* pattern) {
-    return StringOf(pattern, FC_FONTFORMAT) == "TrueType" && BoolOf(pattern, FC_OUTLINE, true) &&
-           BoolOf(pattern, FC_SCALABLE, true) && !BoolOf(pattern, FC_VARIABLE, false) &&
-           !BoolOf(pattern, FC_COLOR, false) && IntegerOf(pattern, FC_INDEX, 0) < 0x10000;
+    const bool isKnown = StringOf(pattern, FC_FONTFORMAT) == "TrueType" ||
+                         (HasCffOutlines(pattern) && IsOpenTypeFile(StringOf(pattern, FC_FILE)));
+    return isKnown && BoolOf(pattern, FC_OUTLINE, true) && BoolOf(pattern, FC_SCALABLE, true) &&
+           !BoolOf(pattern, FC_VARIABLE, false) && !BoolOf(pattern, FC_COLOR, false) &&
+           IntegerOf(pattern, FC_INDEX, 0) < 0x10000;
 }
 
 Pattern Wanted(std::string_view family, bool bold, bool italic) {
@@ -107,7 +117,7 @@ FontFiles::FontFiles() : config_(FcConfigReference(nullptr)) {
     }
     if (files_.empty()) {
         throw RunTimeError(ErrorNumber::ObjectDoesNotExist,
-                           "No TrueType font is installed, so no text can be measured or printed; "
+                           "No TrueType or OpenType font is installed, so no text can be measured or printed; "
                            "install one, for example the Liberation fonts.");
     }
     // fontconfig's order follows the directories; ours may not, since equal reports shall give equal files.
@@ -128,6 +138,7 @@ void FontFiles::Add(const void* pattern) {
     file.weight = IntegerOf(font, FC_WEIGHT, FC_WEIGHT_REGULAR);
     file.slanted = IntegerOf(font, FC_SLANT, FC_SLANT_ROMAN) != FC_SLANT_ROMAN;
     file.width = IntegerOf(font, FC_WIDTH, FC_WIDTH_NORMAL);
+    file.hasCffOutlines = HasCffOutlines(font);
     file.characters = characters;
     if (!file.path.empty() && !file.families.empty()) files_.push_back(std::move(file));
 }
@@ -177,6 +188,8 @@ std::vector<const FontFile*> FontFiles::Fallbacks(std::string_view family, bool 
     for (int i = 0; set && i < set->nfont; ++i) {
         if (const FontFile* file = FileOf(set->fonts[i])) files.push_back(file);
     }
+    // TrueType's outlines take less room in a document; the others serve where no such font will do.
+    std::stable_partition(files.begin(), files.end(), [](const FontFile* file) { return !file->hasCffOutlines; });
     return files;
 }
 

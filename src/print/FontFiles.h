@@ -10,7 +10,8 @@ typedef struct _FcCharSet FcCharSet;
 
 namespace quillform::print {
 
-/// One face in a font file that can be drawn and embedded: outlines in TrueType's form, of fixed weight.
+/// One face in a font file that can be drawn and embedded: of fixed weight, with outlines in TrueType's form or in
+/// the compact one (CFF) of other OpenType fonts.
 struct FontFile {
     std::string path;
     int index = 0;  ///< of the face in a collection
@@ -18,6 +19,7 @@ struct FontFile {
     int weight = 0;  ///< as fontconfig counts: 80 regular, 200 bold
     bool slanted = false;
     int width = 100;  ///< percent of normal
+    bool hasCffOutlines = false;
     const FcCharSet* characters = nullptr;
 };
 

@@ -26,7 +26,8 @@ using Characters = std::vector<FontFace::UsedCharacter>;
 
 struct Subset {
     Blob program;
-    std::vector<std::uint16_t> glyphOfCode;
+    bool isCff = false;                      // the program is the table of outlines alone, not a font file
+    std::vector<std::uint16_t> glyphOfCode;  // by code; of CFF what the outlines are addressed by
 };
 
 SubsetInput InputFor(const Characters& characters) {
@@ -57,10 +58,15 @@ Subset SubsetOf(const FontFace& face) {
     if (!part) {
         throw RunTimeError(ErrorNumber::DeviceIo, "The font file " + face.File().path + " can't be embedded.");
     }
-    Subset subset{Blob(hb_face_reference_blob(part.get())), {}};
+    Subset subset;
+    subset.isCff = face.File().hasCffOutlines;
+    subset.program.reset(subset.isCff ? hb_face_reference_table(part.get(), HB_TAG('C', 'F', 'F', ' '))
+                                      : hb_face_reference_blob(part.get()));
     const hb_map_t* numbers = hb_subset_plan_old_to_new_glyph_mapping(plan.get());
     for (const auto& character : face.UsedCharacters()) {
-        const hb_codepoint_t glyph = character.used ? hb_map_get(numbers, character.glyph) : 0;
+        hb_codepoint_t glyph = character.used ? hb_map_get(numbers, character.glyph) : 0;
+        // Large fonts of this form address their outlines by numbers of their own, which the cut-down font keeps.
+        if (subset.isCff && character.used) glyph = face.CharacterIdOf(character.glyph).value_or(glyph);
         subset.glyphOfCode.push_back(glyph == HB_MAP_VALUE_INVALID ? std::uint16_t{0}
                                                                    : static_cast<std::uint16_t>(glyph));
     }
@@ -78,15 +84,17 @@ std::string SubsetName(const FontFace& face) {
     return name;
 }
 
-int WriteProgram(PdfFile& file, hb_blob_t* program) {
+int WriteProgram(PdfFile& file, const Subset& subset) {
     unsigned length = 0;
-    const char* bytes = hb_blob_get_data(program, &length);
+    const char* bytes = hb_blob_get_data(subset.program.get(), &length);
     const int object = file.Reserve();
-    file.WriteStream(object, "/Length1 " + std::to_string(length), {bytes, length});
+    file.WriteStream(object, subset.isCff ? "/Subtype/CIDFontType0C" : "/Length1 " + std::to_string(length),
+                     {bytes, length});
     return object;
 }
 
-int WriteDescriptor(PdfFile& file, const FontFace& face, const std::string& name, int program) {
+int WriteDescriptor(PdfFile& file, const FontFace& face, const std::string& name, const Subset& subset) {
+    const int program = WriteProgram(file, subset);
     const FontFace::Metrics& metrics = face.Measures();
     constexpr int kFixedPitch = 1;
     constexpr int kSymbolic = 4;  // the codes follow no standard encoding
@@ -111,11 +119,13 @@ int WriteDescriptor(PdfFile& file, const FontFace& face, const std::string& name
     number("/Descent ", -metrics.descent * 1000);
     number("/CapHeight ", metrics.capHeight * 1000);
     number("/StemV ", metrics.bold ? 140 : 80);  // asked for, but no reader draws by it
-    out += "/FontFile2 ";
+    out += subset.isCff ? "/FontFile3 " : "/FontFile2 ";
     AppendReference(program, out);
     out += ">>";
     return object;
 }
+
+constexpr std::size_t kMapBlock = 100;  // more entries in one block of a map are not allowed
 
 int WriteGlyphNumbers(PdfFile& file, const std::vector<std::uint16_t>& glyphOfCode) {
     std::string bytes;
@@ -125,6 +135,35 @@ int WriteGlyphNumbers(PdfFile& file, const std::vector<std::uint16_t>& glyphOfCo
     }
     const int object = file.Reserve();
     file.WriteStream(object, {}, bytes);
+    return object;
+}
+
+/// The map from codes to outlines as a document wants it of CFF, whose fonts have no such map of their own.
+int WriteEncoding(PdfFile& file, const std::vector<std::uint16_t>& glyphOfCode) {
+    std::string map =
+        "/CIDInit/ProcSet findresource begin 12 dict begin begincmap\n"
+        "/CIDSystemInfo 3 dict dup begin/Registry(Adobe)def/Ordering(Identity)def/Supplement 0 def end def\n"
+        "/CMapName/Quillform-Codes def/CMapType 1 def\n"
+        "1 begincodespacerange<0000><FFFF>endcodespacerange\n";
+    for (std::size_t first = 0; first < glyphOfCode.size(); first += kMapBlock) {
+        const std::size_t end = std::min(first + kMapBlock, glyphOfCode.size());
+        AppendInteger(static_cast<std::int64_t>(end - first), map);
+        map += " begincidchar\n";
+        for (std::size_t code = first; code < end; ++code) {
+            map += '<';
+            AppendHex16(static_cast<unsigned>(code), map);
+            map += "> ";
+            AppendInteger(glyphOfCode[code], map);
+            map += '\n';
+        }
+        map += "endcidchar\n";
+    }
+    map += "endcmap CMapName currentdict/CMap defineresource pop end end\n";
+    const int object = file.Reserve();
+    file.WriteStream(object,
+                     "/Type/CMap/CMapName/Quillform-Codes/CIDSystemInfo<</Registry(Adobe)/Ordering(Identity)"
+                     "/Supplement 0>>",
+                     map);
     return object;
 }
 
@@ -147,14 +186,13 @@ void AppendUnicodeEntries(const Characters& characters, std::size_t first, std::
 }
 
 int WriteToUnicode(PdfFile& file, const Characters& characters) {
-    constexpr std::size_t kBlock = 100;  // more in one block is not allowed
     std::string map =
         "/CIDInit/ProcSet findresource begin 12 dict begin begincmap\n"
         "/CIDSystemInfo<</Registry(Adobe)/Ordering(UCS)/Supplement 0>>def\n"
         "/CMapName/Adobe-Identity-UCS def/CMapType 2 def\n"
         "1 begincodespacerange<0000><FFFF>endcodespacerange\n";
-    for (std::size_t first = 0; first < characters.size(); first += kBlock)
-        AppendUnicodeEntries(characters, first, std::min(first + kBlock, characters.size()), map);
+    for (std::size_t first = 0; first < characters.size(); first += kMapBlock)
+        AppendUnicodeEntries(characters, first, std::min(first + kMapBlock, characters.size()), map);
     map += "endcmap CMapName currentdict/CMap defineresource pop end end\n";
     const int object = file.Reserve();
     file.WriteStream(object, {}, map);
@@ -171,30 +209,56 @@ void AppendWidths(const Characters& characters, std::string& out) {
     out += ']';
 }
 
+/// The same where outlines are not addressed by the codes.
+void AppendWidthsByGlyph(const Characters& characters, const std::vector<std::uint16_t>& glyphOfCode,
+                         std::string& out) {
+    out += "/DW 0/W[";
+    for (std::size_t code = 1; code < characters.size(); ++code) {
+        if (!characters[code].used) continue;
+        AppendInteger(glyphOfCode[code], out);
+        out += '[';
+        AppendDecimal(characters[code].advance * 1000, out);
+        out += ']';
+    }
+    out += ']';
+}
+
 }  // namespace
 
 int EmbedFont(PdfFile& file, const FontFace& face) {
     const Characters& characters = face.UsedCharacters();
     const Subset subset = SubsetOf(face);
     const std::string name = SubsetName(face);
-    const int program = WriteProgram(file, subset.program.get());
-    const int descriptor = WriteDescriptor(file, face, name, program);
-    const int glyphNumbers = WriteGlyphNumbers(file, subset.glyphOfCode);
+    const int descriptor = WriteDescriptor(file, face, name, subset);
+    const int glyphNumbers =
+        subset.isCff ? WriteEncoding(file, subset.glyphOfCode) : WriteGlyphNumbers(file, subset.glyphOfCode);
     const int toUnicode = WriteToUnicode(file, characters);
 
     const int descendant = file.Reserve();
     std::string& cid = file.BeginObject(descendant);
-    cid += "<</Type/Font/Subtype/CIDFontType2/BaseFont/" + name;
+    cid += subset.isCff ? "<</Type/Font/Subtype/CIDFontType0/BaseFont/" : "<</Type/Font/Subtype/CIDFontType2/BaseFont/";
+    cid += name;
     cid += "/CIDSystemInfo<</Registry(Adobe)/Ordering(Identity)/Supplement 0>>/FontDescriptor ";
     AppendReference(descriptor, cid);
-    cid += "/CIDToGIDMap ";
-    AppendReference(glyphNumbers, cid);
-    AppendWidths(characters, cid);
+    if (subset.isCff) {
+        AppendWidthsByGlyph(characters, subset.glyphOfCode, cid);
+    } else {
+        cid += "/CIDToGIDMap ";
+        AppendReference(glyphNumbers, cid);
+        AppendWidths(characters, cid);
+    }
     cid += ">>";
 
     const int font = file.Reserve();
     std::string& out = file.BeginObject(font);
-    out += "<</Type/Font/Subtype/Type0/BaseFont/" + name + "/Encoding/Identity-H/DescendantFonts[";
+    out += "<</Type/Font/Subtype/Type0/BaseFont/" + name + "/Encoding";
+    if (subset.isCff) {
+        out += ' ';
+        AppendReference(glyphNumbers, out);
+    } else {
+        out += "/Identity-H";
+    }
+    out += "/DescendantFonts[";
     AppendReference(descendant, out);
     out += "]/ToUnicode ";
     AppendReference(toUnicode, out);

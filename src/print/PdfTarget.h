@@ -19,17 +19,19 @@ struct PdfSettings {
 
 /// A print target that writes a PDF file. Pages leave for the file as they end, so memory doesn't grow with their
 /// number beyond a few bytes a page. The file appears at EndDoc, whole; without EndDoc nothing is left. PathNotFound,
-/// PermissionDenied, DiskFull as OutputFile. ObjectDoesNotExist if no TrueType font is installed.
+/// PermissionDenied, DiskFull as OutputFile. ObjectDoesNotExist if no font is installed that could be
+/// embedded.
 ///
 /// Sheet: the printable area leaves a quarter of an inch (360 twips) on each edge, as printers do; what a layout places
 /// beyond it still shows as far as the sheet goes. With the sheet as origin nothing is taken off. Landscape exchanges
 /// width and height. Orientation and paper hold from the page on that is open.
 ///
-/// Fonts: TrueType faces found by fontconfig and embedded, cut down to what was used. Families that are missing fall to
-/// those of the same advances (Times New Roman, Arial, Courier New and their older names), then to what fontconfig
-/// gives. A character that the font lacks is drawn from another that has it. The height of a line is ascent and descent
-/// of the font's cell, without line gap. Control characters are drawn as blanks. Text runs from left to right, one
-/// glyph a character: scripts that join their letters or run to the left are readable, not set as a book would.
+/// Fonts: TrueType and OpenType faces found by fontconfig and embedded, cut down to what was used. Families that are
+/// missing fall to those of the same advances (Times New Roman, Arial, Courier New and their older names), then to what
+/// fontconfig gives. A character that the font lacks is drawn from another that has it. The height of a line is ascent
+/// and descent of the font's cell, without line gap. Control characters are drawn as blanks. Text runs from left to
+/// right, one glyph a character: scripts that join their letters or run to the left are readable, not set as a book
+/// would.
 ///
 /// Readers get a tagged document with an outline; the same calls give the same bytes.
 class PdfTarget : public PrintTarget {

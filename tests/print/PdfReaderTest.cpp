@@ -75,6 +75,36 @@ TEST(PdfReaderTest, FontsAreEmbeddedSubsetsThatNameTheirCharacters) {
     EXPECT_EQ(fonts.find("Bold"), std::string::npos) << fonts;
 }
 
+TEST(PdfReaderTest, OpenTypeOutlinesAreEmbeddedAndReadBack) {
+    for (const char* tool : {"fc-list", "pdffonts", "pdftotext", "pdftoppm", "qpdf"}) SKIP_WITHOUT(tool);
+    std::string family = RunTool("fc-list :fontformat=CFF:variable=false:lang=en family").output;
+    family = family.substr(0, family.find_first_of(",\n"));
+    if (family.empty()) GTEST_SKIP() << "no OpenType font with compact outlines is installed";
+    const ScratchFolder folder;
+    const auto target = MakePdfTarget(folder / "opentype.pdf", {});
+    target->SetFont(target->Font({family, 40}));
+    EXPECT_TRUE(target->FontSubstitutions().empty()) << family;
+    // More characters than a block of the map holds, and repeated in another order.
+    std::string all;
+    for (char letter = '!'; letter <= '~'; ++letter) all += letter;
+    const double width = target->TextWidth("Hamburg");
+    target->Print("Hamburg");
+    target->SetFont(target->Font({family, 8}));
+    target->Print(all + "\xC3\xA4\xC3\xB6\xC3\xBC\xC3\x9F\xC3\xA9\xC3\xA8\xC3\xAA\xC3\xA7");
+    target->EndDoc();
+    const std::string pdf = Quoted(folder / "opentype.pdf");
+    EXPECT_EQ(RunTool("qpdf --check " + pdf).exitCode, 0);
+    const std::string fonts = RunTool("pdffonts " + pdf).output;
+    EXPECT_NE(fonts.find("CID Type 0C"), std::string::npos) << fonts;
+    EXPECT_NE(fonts.find("yes yes yes"), std::string::npos) << fonts;
+    EXPECT_EQ(RunTool("pdftoppm -singlefile " + pdf + " " + Quoted(folder / "x")).output, "");
+    const std::vector<Word> words = WordsOf(folder / "opentype.pdf");
+    ASSERT_EQ(words.size(), 2U);
+    EXPECT_EQ(words[0].text, "Hamburg");
+    EXPECT_NEAR(words[0].right - words[0].left, width, 5);
+    EXPECT_NE(TextOf(folder / "opentype.pdf").find(all.substr(0, 40)), std::string::npos);
+}
+
 TEST(PdfReaderTest, TagsFollowRolesAndRows) {
     SKIP_WITHOUT("pdfinfo");
     const ScratchFolder folder;
