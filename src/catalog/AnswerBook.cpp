@@ -2,13 +2,12 @@
 
 #include "catalog/AnswersFile.h"
 #include "catalog/ProposedAnswers.h"
+#include "catalog/Quoted.h"
 #include "platform/Text.h"
 
 namespace quillform {
 
 namespace {
-
-std::string Quoted(std::string_view name) { return "\"" + std::string(name) + "\""; }
 
 std::string NameOf(const TableDef& table, const Field& field) {
     return "The field " + Quoted(field.Name) + " of " + Quoted(table.Name);

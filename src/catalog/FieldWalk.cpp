@@ -6,6 +6,7 @@
 
 #include "catalog/FormulaLists.h"
 #include "catalog/MaskDisplayLength.h"
+#include "catalog/Quoted.h"
 #include "catalog/ReplyChecks.h"
 #include "catalog/WizardTexts.h"
 #include "model/clssFields.h"
@@ -16,8 +17,6 @@ namespace {
 
 constexpr int dateMasks = static_cast<int>(std::size(proposedDateMasks));
 constexpr std::size_t maskWidth = 50;
-
-std::string Quoted(std::string_view name) { return "\"" + std::string(name) + "\""; }
 
 }  // namespace
 

@@ -2,6 +2,7 @@
 #include <utility>
 
 #include "catalog/AnswersFile.h"
+#include "catalog/Quoted.h"
 #include "platform/RunTimeError.h"
 #include "platform/Text.h"
 
@@ -226,7 +227,6 @@ private:
         if (!rest.empty()) FailHere(Quoted(rest) + " is too much.");
     }
 
-    static std::string Quoted(std::string_view text) { return "\"" + std::string(text) + "\""; }
     [[noreturn]] void FailTwice(int former) const {
         FailHere("The same is answered in line " + std::to_string(former) + ".");
     }

@@ -2,6 +2,7 @@
 
 #include "catalog/CatalogDefinitions.h"
 #include "catalog/FieldRows.h"
+#include "catalog/Quoted.h"
 #include "catalog/ReplyChecks.h"
 #include "catalog/TableLinks.h"
 #include "platform/Text.h"
@@ -13,8 +14,6 @@ namespace {
 constexpr int memoWidth = 50;
 constexpr int guidWidth = 38;  // 32 digits, 4 hyphens, 2 braces
 constexpr std::size_t longestText = 50;
-
-std::string Quoted(std::string_view name) { return "\"" + std::string(name) + "\""; }
 
 std::string LeftOut(const std::string& what, const std::string& reason) {
     return "The " + what + " is left out: " + reason + ".";

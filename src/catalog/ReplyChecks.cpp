@@ -4,6 +4,7 @@
 
 #include "catalog/CatalogTables.h"
 #include "catalog/FormulaLists.h"
+#include "catalog/Quoted.h"
 #include "model/clssFields.h"
 #include "platform/Numbers.h"
 #include "platform/Text.h"
@@ -13,8 +14,6 @@ namespace quillform::wizard {
 namespace {
 
 constexpr std::size_t columnWidth = 50;  // of every text column that a reply goes to
-
-std::string Quoted(std::string_view text) { return "\"" + std::string(text) + "\""; }
 
 /// `subject` has more characters than fit.
 Objection TooLong(std::string_view subject, std::string_view text, std::size_t room, std::string_view remedy) {

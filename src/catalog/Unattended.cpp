@@ -7,6 +7,7 @@
 #include "catalog/CatalogTables.h"
 #include "catalog/CheckDatabase.h"
 #include "catalog/FieldRows.h"
+#include "catalog/Quoted.h"
 #include "catalog/RecordingPage.h"
 #include "catalog/WizardWalk.h"
 #include "model/UserInterface.h"
@@ -78,8 +79,6 @@ private:
     AnswersPage& page_;
     WizardWalk& walk_;
 };
-
-std::string Quoted(std::string_view name) { return "\"" + std::string(name) + "\""; }
 
 std::string Counted(std::size_t count, std::string_view singular, std::string_view plural) {
     return std::to_string(count) + " " + std::string(count == 1 ? singular : plural);

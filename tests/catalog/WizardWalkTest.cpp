@@ -472,6 +472,29 @@ TEST_F(WizardWalkTest, ASlipIsToldAndTheReplyKept) {
     }
 }
 
+TEST(FullCatalog, EndsTheFieldsAndGoesOnToTheLinks) {
+    // A date as text with a mask for each entry, so that one field fills the catalog but for one entry.
+    testing::MemoryFile file;
+    file.tables = {Table("A", {code, number, flag}), Table("B", {number})};
+    testing::MemoryDatabase database(file);
+    Lines answers = {"yes", "yes", "yes", "next", "yes", "=898"};
+    answers.insert(answers.end(), 898, "=d");
+    for (const char* answer :
+         {"no", "yes", "yes", "next", "next", "yes", "=Sum(Field)", "next", "=Total", "next", "no"})
+        answers.emplace_back(answer);  // the last is for the link
+    ScriptedPage page(answers);
+    testing::ListeningUser user;
+    WizardWalk walk(page, user);
+    CompleteCatalog(database, "/a.mdb", user, walk, OnFailure::Warn);
+    EXPECT_EQ(user.told, Lines{"The catalog is full: a report can select 899 entries, and \"N\" would come next. All "
+                               "entries so far are kept; no more fields are asked for."});
+    EXPECT_EQ(user.warnings, Lines{});
+    EXPECT_EQ(file.records["Report - Index"].size(), 899U);
+    EXPECT_EQ(file.Record("Report - Index", 898)["ID"], "899");
+    EXPECT_EQ(page.shown.back(), "Link? A-B");
+    EXPECT_EQ(file.tables.size(), 5U);
+}
+
 /// Answers as another page does, and ends the process, as a crash would, instead of the page `last`.
 class DyingPage final : public ScriptedPage {
 public:
