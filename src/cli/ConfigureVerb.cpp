@@ -59,6 +59,7 @@ ExitCode Configure(const Arguments& arguments) {
     }
     if (arguments.Has("quiet")) return ExitCode::Done;
     for (const std::string& line : report.Lines()) std::printf("%s\n", line.c_str());
+    if (report.Changed() && arguments.Has("dry-run")) std::printf("None of it was kept: this was a dry run.\n");
     if (record && !report.Changed()) std::printf("No answers were recorded.\n");
     return ExitCode::Done;
 }
