@@ -89,10 +89,10 @@ int RtfFontTable::NumberOf(std::string_view fontName) const {
     return 1;
 }
 
-int RtfFontTable::CourierNumber() const {
+std::optional<int> RtfFontTable::SlotOfCourier() const {
     for (std::size_t i = 0; i < strRTFFonts_.size(); ++i)
         if (EqualCaseBlind(Trim(strRTFFonts_[i]), courier)) return static_cast<int>(i + 1);
-    return 1;
+    return std::nullopt;
 }
 
 std::string RtfFontTable::Text() const {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -25,12 +26,14 @@ public:
     /// The first font whose trimmed name is that of the item, case counting; 1 if there is none.
     int NumberOf(std::string_view fontName) const;
     /// The first font that is Courier New in any case; 1 if there is none.
-    int CourierNumber() const;
+    int CourierNumber() const { return SlotOfCourier().value_or(1); }
+    bool HasCourier() const { return SlotOfCourier().has_value(); }
     /// The table as the document has it, with its line ends, from the opening of the document on.
     std::string Text() const;
 
 private:
     bool Add(std::string_view name);
+    std::optional<int> SlotOfCourier() const;
 
     std::vector<std::string> strRTFFonts_;
     std::vector<std::string> leftOut_;

@@ -58,7 +58,9 @@ void RtfOutput::CreateRTF(const RtfFontTable& fonts, const OutputContext& contex
 }
 
 void RtfOutput::WarnOfFonts(const RtfFontTable& fonts) const {
-    const std::vector<std::string>& lost = fonts.LeftOut();
+    std::vector<std::string> lost = fonts.LeftOut();
+    if (UsesCourier(*layout_, use_))
+        lost = fonts.HasCourier() ? std::vector<std::string>() : std::vector{std::string(RtfFontTable::courier)};
     if (lost.empty()) return;
     std::string sentence = "Rich text holds " + std::to_string(RtfFontTable::slots) + " fonts; \"" + lost.front() + '"';
     if (lost.size() > 1) sentence += " and " + std::to_string(lost.size() - 1) + " more";

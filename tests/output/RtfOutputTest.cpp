@@ -134,6 +134,11 @@ TEST(RtfOutput, FontsWithoutASlotAreTold) {
     EXPECT_EQ(body.rfind("{\\f40"), body.find("{\\f40"));
     EXPECT_EQ(scene.user.warnings,
               std::vector<std::string>{"Rich text holds 40 fonts; \"Font 41\" and 1 more became \"Font 1\"."});
+    scene.layout.settings.boolCourier = true;
+    scene.user.warnings.clear();
+    Body(scene, OutputType::Screen);
+    EXPECT_EQ(scene.user.warnings,
+              std::vector<std::string>{"Rich text holds 40 fonts; \"Courier New\" became \"Font 1\"."});
 }
 
 TEST(RtfOutput, LooksOfItems) {
