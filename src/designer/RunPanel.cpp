@@ -23,9 +23,11 @@ constexpr int steps = 1000;           // of the bar; records may be more than an
 constexpr double panelWidth = 4800;
 constexpr int tickHeight = 6;
 
-QLabel* MakeLabel(int index, const char* text) {
+QLabel* MakeLabel(int index, const char* text, Qt::Alignment alignment) {
     auto* const label = new QLabel(QString::fromLatin1(text));
     label->setObjectName(QStringLiteral("Lbl%1").arg(index));
+    label->setAlignment(alignment);
+    label->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);  // equal widths
     return label;
 }
 
@@ -44,12 +46,10 @@ RunPanel::RunPanel(QWidget& form) : QFrame(&form) {
     CanRptCmd_->setObjectName(QStringLiteral("CanRptCmd"));
     connect(CanRptCmd_, &QPushButton::clicked, this, &RunPanel::CanRptCmd_Click);
 
-    auto* const scale = new QHBoxLayout;
-    scale->addWidget(MakeLabel(0, "0%"));
-    scale->addStretch(1);
-    scale->addWidget(MakeLabel(1, "50%"));
-    scale->addStretch(1);
-    scale->addWidget(MakeLabel(2, "100%"));
+    auto* const scale = new QHBoxLayout;  // each label under its tick
+    scale->addWidget(MakeLabel(0, "0%", Qt::AlignLeft), 1);
+    scale->addWidget(MakeLabel(1, "50%", Qt::AlignHCenter), 1);
+    scale->addWidget(MakeLabel(2, "100%", Qt::AlignRight), 1);
     auto* const rows = new QVBoxLayout(this);
     rows->setContentsMargins(20, 16, 20, 14);
     rows->addWidget(Gauge1_);

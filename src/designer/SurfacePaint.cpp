@@ -3,6 +3,7 @@
 #include <QPainter>
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 #include "designer/SurfaceView.h"
 #include "model/DesignGrid.h"
@@ -85,10 +86,13 @@ void SurfaceView::PaintSelection(QPainter& painter) const {
     if (!picture) return;
     const QRectF box = ToPixels(picture->box);
     const QColor color = hasFocus() ? QColor(20, 100, 200) : QColor(90, 130, 175);
-    QPen pen(color, 1.5);
-    pen.setJoinStyle(Qt::MiterJoin);
-    painter.setPen(pen);
-    painter.drawRect(box.adjusted(-0.25, -0.25, 0.25, 0.25));
+    // A white seam keeps the frame visible on dark items.
+    for (const auto& [seam, width] : {std::pair(QColor(Qt::white), 3.5), std::pair(color, 1.5)}) {
+        QPen pen(seam, width);
+        pen.setJoinStyle(Qt::MiterJoin);
+        painter.setPen(pen);
+        painter.drawRect(box.adjusted(-1, -1, 1, 1));
+    }
     constexpr double grip = 2.5;
     painter.fillRect(QRectF(box.right() - grip, box.center().y() - grip, 2 * grip, 2 * grip), color);
 }
