@@ -178,6 +178,35 @@ TEST_F(Commands, SaveAsksOnceAndSaveAsAlways) {
     EXPECT_NE(ReadWholeFile(folder.File("Mine.Rep")).find("My text"), std::string::npos);
 }
 
+TEST_F(Commands, ASavedLayoutLoadsToTheSurfaceOfOneWrittenByHand) {
+    constexpr std::string_view byHand =
+        "#-1, 9, 38, 10,\"  centred \",\"Courier New\",\"10\",\"True\",\"False\",\"False\",\"4\",\" 15\",\"C\"\r\n"
+        "#7,50,20,12,\"a field\",\"Arial\",\"14.5\",\"False\",\"False\",\"True\",\"0\",\" 11\",\"R\"\r\n";
+    OutputFile file(folder.File("HAND.REP"));
+    file.Write(byHand);
+    file.Commit();
+    Open(folder.File("HAND.REP"));
+    std::vector<Picture> before;
+    for (const auto& picture : form->Surface().Pic().FromBelow()) before.push_back(*picture);
+    ASSERT_EQ(before.size(), 2u);
+    EXPECT_EQ(before[0].box, (Box{38, 9, 11, 1}));  // a letter is a hair wider than a cell
+    EXPECT_EQ(before[1].box.height, 2);
+    user.chosen = folder.File("DESIGNED.REP");
+    Trigger("File_2");
+    Key(Qt::Key_N, Qt::ControlModifier);
+    Key(Qt::Key_O, Qt::ControlModifier);
+    const auto& after = form->Surface().Pic().FromBelow();
+    ASSERT_EQ(after.size(), before.size());
+    for (std::size_t i = 0; i < before.size(); ++i) {
+        EXPECT_EQ(after[i]->box, before[i].box);
+        EXPECT_EQ(after[i]->font, before[i].font);
+        EXPECT_EQ(after[i]->text, before[i].text);
+        EXPECT_EQ(after[i]->CurrentX, before[i].CurrentX);
+        EXPECT_EQ(after[i]->foreColor, before[i].foreColor);
+        EXPECT_EQ(after[i]->backColor, before[i].backColor);
+    }
+}
+
 TEST_F(Commands, DeleteAsksAndTakesTheFileToo) {
     struct Case {
         bool answer;
@@ -329,6 +358,9 @@ TEST_F(Runs, WriteTheReport) {
 TEST_F(Runs, TakeNothingButACancel) {
     Key(Qt::Key_R, Qt::ControlModifier);
     const auto whole = fs::file_size(folder.File("REPORT.TXT"));
+    const int items = layout.Fields.Count();
+    Click(6, 0.5);
+    ASSERT_NE(form->Surface().SelectedItem(), nullptr);
     fs::remove(folder.File("REPORT.TXT"));
     const std::function<void()> cancels[] = {
         [this] { quillform::Click(Control("CanRptCmd")); },
@@ -341,6 +373,9 @@ TEST_F(Runs, TakeNothingButACancel) {
             wasShown = true;
             EXPECT_FALSE(form->menuBar()->isEnabled());
             quillform::Click(Control("Toolbar4_1"));
+            Key(Qt::Key_N, Qt::ControlModifier);
+            Key(Qt::Key_Delete);
+            EXPECT_EQ(layout.Fields.Count(), items);
             EXPECT_EQ(layout.settings.intOrientation, 1);
             cancel();
         });

@@ -1,6 +1,11 @@
 #include <gtest/gtest.h>
 
+#include <cmath>
+#include <random>
+#include <vector>
+
 #include "designer/ItemEditing.h"
+#include "designer/ItemFormatting.h"
 #include "designer/SurfaceScene.h"
 
 namespace quillform::designer {
@@ -161,6 +166,61 @@ TEST(Keys, MoveAndWidenAndStayOnThePage) {
     EXPECT_EQ(scene.layout.Fields.Item(1).Length, 12);
     editing.WidenSelected(-99);
     EXPECT_EQ(scene.layout.Fields.Item(1).Length, 1);
+}
+
+// Whatever mouse and keys do, pictures and items agree, and so do the boxes that a run reads.
+TEST(Editing, KeepsPicturesAndItemsTogether) {
+    Scene scene;
+    ItemEditing editing(scene.surface);
+    ItemFormatting formatting(scene.surface);
+    std::minstd_rand random(7);
+    const auto below = [&random](int end) { return static_cast<int>(random() % static_cast<unsigned>(end)); };
+    for (int step = 0; step < 3000; ++step) {
+        SCOPED_TRACE(step);
+        const int index = 1 + below(12);
+        switch (below(8)) {
+            case 0:
+                if (scene.layout.Fields.Count() < 10)
+                    scene.Add(static_cast<float>(below(100)), static_cast<float>(below(60)), below(30));
+                break;
+            case 1:
+                editing.Pic_MouseMove(index, MouseButton::None, below(30));
+                if (editing.Pic_MouseDown(index, MouseButton::Left, below(9), 0.5) == PressResult::Drag)
+                    editing.Picture2_DragDrop(index, below(90) - 10 + 0.25 * below(4), below(25) - 3);
+                else
+                    editing.Pic_MouseUp(index, below(60) - 20 + 0.25 * below(4));
+                break;
+            case 2:
+                scene.surface.ScrollTo(below(60), below(60));
+                break;
+            case 3:
+                formatting.Toolbar4_ButtonClick(below(2) == 0);
+                break;
+            case 4:
+                formatting.ApplyItemFont({.name = "Arial", .size = 5.0 + below(80)});
+                break;
+            case 5:
+                editing.MoveSelected(below(7) - 3, below(7) - 3);
+                break;
+            case 6:
+                editing.WidenSelected(below(21) - 10);
+                break;
+            case 7:
+                if (below(4) == 0) editing.DeleteSelected();
+                break;
+        }
+        ASSERT_EQ(scene.surface.Pic().FromBelow().size(), static_cast<std::size_t>(scene.layout.Fields.Count()));
+        for (const clssFields& item : scene.layout.Fields) {
+            const Picture* const picture = scene.surface.Pic().Find(item.Index);
+            ASSERT_NE(picture, nullptr);
+            ASSERT_EQ(picture->box.left + scene.surface.Geometry().HScroll1.Value, item.Left);
+            ASSERT_EQ(picture->box.top + scene.surface.Geometry().VScroll1.Value, item.Top);
+            ASSERT_EQ(item.Left, std::floor(item.Left));
+            const ItemSize& size = scene.layout.pictures.at(item.Index);
+            ASSERT_EQ(picture->box.width, size.columns);
+            ASSERT_EQ(picture->box.height, size.rows);
+        }
+    }
 }
 
 TEST(Keys, WalkTheItemsRowByRow) {
