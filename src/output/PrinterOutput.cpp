@@ -110,6 +110,8 @@ void PrinterOutput::Close(Ending ending) {
     const bool hasPages = target_->PageCount() > 0;
     target_->EndDoc();
     for (const std::string& note : target_->FontSubstitutions()) user_->Note(note);
+    WarnOfCharacters(path_, target_->MissingCharacters(), " that no installed font has", "became an empty box",
+                     "became empty boxes", *user_);
     target_.reset();
     if (printer_ && hasPages) SendToPrinter();
 }

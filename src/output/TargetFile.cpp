@@ -21,10 +21,16 @@ bool MayLeaveStoppedFile(const std::filesystem::path& path) {
     return !std::filesystem::is_regular_file(path, ignored);
 }
 
-void WarnOfReplaced(const std::filesystem::path& file, std::size_t count, UserInterface& user) {
+void WarnOfCharacters(const std::filesystem::path& file, std::size_t count, std::string_view which,
+                      std::string_view fate, std::string_view fates, UserInterface& user) {
     if (count == 0) return;
-    user.Warn("\"" + file.string() + "\": " + std::to_string(count) + (count == 1 ? " character" : " characters") +
-              " that the Windows character set 1252 lacks became \"?\".");
+    std::string sentence = "\"" + file.string() + "\": " + std::to_string(count);
+    sentence.append(count == 1 ? " character" : " characters").append(which).append(" ");
+    user.Warn(sentence.append(count == 1 ? fate : fates).append("."));
+}
+
+void WarnOfReplaced(const std::filesystem::path& file, std::size_t count, UserInterface& user) {
+    WarnOfCharacters(file, count, " that the Windows character set 1252 lacks", "became \"?\"", "became \"?\"", user);
 }
 
 TargetFile::TargetFile(const std::filesystem::path& path, bool keepsStopped)

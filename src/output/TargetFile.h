@@ -35,6 +35,9 @@ private:
     std::size_t replaced_ = 0;
 };
 
+/// Tells the user what became of `count` characters of a file, if any: "FILE": 3 characters `which` `fates`.
+void WarnOfCharacters(const std::filesystem::path& file, std::size_t count, std::string_view which,
+                      std::string_view fate, std::string_view fates, UserInterface& user);
 /// Tells the user how many characters of a file the character set lacks and were replaced, if any.
 void WarnOfReplaced(const std::filesystem::path& file, std::size_t count, UserInterface& user);
 inline void WarnOfReplaced(const TargetFile& file, UserInterface& user) {

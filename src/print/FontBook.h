@@ -45,6 +45,9 @@ public:
         Typeface& found = *typefaces_[static_cast<std::size_t>(typeface)];
         return codePoint < 128 ? found.ascii[codePoint] : OtherGlyph(found, codePoint);
     }
+    /// Notes that a character was drawn as the box for those that no font has.
+    void CountMissing() { ++missing_; }
+    std::size_t MissingCharacters() const { return missing_; }
     /// Gives the glyph the code under which documents write it.
     void AssignCode(Glyph& glyph, char32_t codePoint);
 
@@ -82,6 +85,7 @@ private:
     std::vector<std::unique_ptr<Typeface>> typefaces_;
     std::vector<Font> fonts_;
     std::vector<std::string> substitutions_;
+    std::size_t missing_ = 0;
 };
 
 }  // namespace quillform::print

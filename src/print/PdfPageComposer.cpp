@@ -201,6 +201,7 @@ std::size_t PdfPageComposer::AppendCodes(int typeface, std::uint16_t face, std::
         if (glyph.face != face) break;
         at = next;
         if (!glyph.isDrawn) continue;
+        if (glyph.index == 0) fonts_.CountMissing();
         if (glyph.code == 0) fonts_.AssignCode(glyph, codePoint);
         out_[end++] = static_cast<char>(glyph.code >> 8U);
         out_[end++] = static_cast<char>(glyph.code & 0xFFU);

@@ -39,6 +39,7 @@ public:
     const std::vector<std::string>& Fonts() const override { return fontNames_; }
     std::vector<std::string> FontSubstitutions() const override;
     int PageCount() const override;
+    std::size_t MissingCharacters() const override { return book_.MissingCharacters(); }
 
     // Drawing
     void SetFont(FontId font) override { font_ = font; }

@@ -40,6 +40,8 @@ public:
     /// Serif").
     virtual std::vector<std::string> FontSubstitutions() const = 0;
     virtual int PageCount() const = 0;
+    /// Characters drawn so far that no installed font has: they show as empty boxes.
+    virtual std::size_t MissingCharacters() const { return 0; }
 };
 std::unique_ptr<PdfTarget> MakePdfTarget(const std::filesystem::path& file, const PdfSettings& settings);
 

@@ -4,7 +4,7 @@
 #include <algorithm>
 #include <sstream>
 
-#include "endtoend/Support.h"
+#include "endtoend/SmallReport.h"
 #include "platform/CodePage.h"
 
 namespace endtoend {
@@ -62,11 +62,7 @@ class GoldenSample : public SampleFolder, public testing::WithParamInterface<Gol
 
 TEST_P(GoldenSample, IsTheGoldenFile) {
     const Golden& golden = GetParam();
-    const fs::path expected = fs::path(QUILLFORM_SOURCE_DIR) / "tests/golden" / golden.file;
-    const std::string actual = ReadFile(Run(golden.layout, golden.file, golden.type));
-    const std::string difference = FirstDifference(ReadFile(expected), actual);
-    if (!difference.empty()) WriteFile(expected.string() + ".actual", actual);
-    EXPECT_EQ(difference, "") << "the whole file is in " << expected << ".actual";
+    ExpectGolden(golden.file, ReadFile(Run(golden.layout, golden.file, golden.type)));
 }
 
 INSTANTIATE_TEST_SUITE_P(All, GoldenSample, testing::ValuesIn(goldens), [](const auto& example) {
