@@ -56,7 +56,7 @@ Layout PlainOf(const Layout& grouped) {
     return plain;
 }
 
-/// Three across and ten down on a Letter sheet, customer, date and product below each other.
+/// Three across and ten down on a Letter sheet, country, customer, order, quantity and product below each other.
 Layout LabelsOf(const Layout& grouped) {
     Layout labels = grouped;
     ReportSettings& settings = labels.settings;
@@ -73,7 +73,9 @@ Layout LabelsOf(const Layout& grouped) {
     settings.sngLeftMargin = 0.1875F;
     labels.Fields.ClearAll();
     for (const clssFields& item : grouped.Fields) {
-        if (!IsData(item) || !(item.PrimarySort || item.SecondarySort || item.Text == "Product")) continue;
+        // Each table is joined by the one before it, so a level left out would break the chain.
+        const bool isSorted = item.PrimarySort || item.SecondarySort || item.TriarySort;
+        if (!IsData(item) || !(isSorted || item.Text == "Quantity" || item.Text == "Product")) continue;
         clssFields& placed = labels.Fields.Add(item);
         TakeTotals(placed);
         placed.Top = static_cast<float>(labels.Fields.Count() - 1);
