@@ -66,6 +66,7 @@ void frmCustomReport::Form_Activate() {
     if (std::exchange(boolStarted_, true)) return;
     services_.layout.InitReportModule();
     services_.layout.Fields.ClearAll();
+    services_.layout.Queries.ClearAll();  // of a designer that was open before
     commands_.ClearLayout();
     if (layoutAtStart_) return AfterLayoutCommand(commands_.LoadLayout(*layoutAtStart_) ? IsLoaded::Yes : IsLoaded::No);
     if (forms_.checkDatabase) forms_.checkDatabase();
