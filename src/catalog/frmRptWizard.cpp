@@ -8,7 +8,6 @@
 #include <QMessageBox>
 #include <QPushButton>
 #include <QSvgWidget>
-#include <QTimer>
 #include <span>
 
 #include "catalog/FormulaLists.h"
@@ -135,9 +134,6 @@ void frmRptWizard::Show() {
     isLeft_ = true;  // unless a button ends the show: the whole program may end while the form waits
     loop.exec(QEventLoop::DialogExec);
     shown_ = nullptr;
-    QTimer::singleShot(0, this, [this] {
-        if (shown_ == nullptr) hide();
-    });
     if (isLeft_) throw WizardLeft();
 }
 
@@ -185,9 +181,9 @@ bool frmRptWizard::WantsToLeave() {
     QMessageBox box(QMessageBox::Question, windowTitle(), QStringLiteral("Do you want to leave the configuration?"),
                     QMessageBox::NoButton, this);
     box.setInformativeText(
-        QStringLiteral("What you answered so far is kept. What hasn't been asked yet can't be used in reports, and it "
-                       "will be asked only after the tables \"Report - Index\" and \"Report - Relation\" have been "
-                       "deleted from the database."));
+        QStringLiteral("What you answered so far is kept. Fields that you haven't been asked about can't be used in "
+                       "reports. To be asked everything again, delete the tables \"Report - Index\" and "
+                       "\"Report - Relation\" from the database."));
     QPushButton* const goOn = box.addButton(QStringLiteral("&Go On"), QMessageBox::RejectRole);
     QPushButton* const leave = box.addButton(QStringLiteral("&Leave"), QMessageBox::DestructiveRole);
     box.setDefaultButton(goOn);

@@ -18,8 +18,8 @@ namespace quillform {
 /// The wizard's page as a window, "Quillform Wizard": one form for every question, loaded at the start of a walk and
 /// kept until its end. A page changes only what its caller sets. The controls carry their given names as object names.
 ///
-/// Show is a modal show: the program's events run until a button is pressed. The form stays on the screen when the next
-/// page follows at once, so that a walk doesn't flicker, and is hidden as soon as anything else happens.
+/// Show is a modal show: the program's events run until a button is pressed. Between two pages the form stays on the
+/// screen, so that a walk doesn't flicker and messages about a reply stand above it; it goes with the walk.
 ///
 /// The wizard has no cancel. Who closes it by the system menu or Esc is asked, and goes on or throws WizardLeft out of
 /// Show.

@@ -20,7 +20,7 @@ namespace quillform {
 namespace {
 
 constexpr double formWidth = 9600;  // twips, as everything here
-constexpr double formHeight = 5700;
+constexpr double formHeight = 5250;
 constexpr double margin = 300;
 constexpr double gap = 120;
 constexpr double listGap = 60;
@@ -85,6 +85,7 @@ frmRptWizard::frmRptWizard(DBEngine& engine, std::string strDatabase, QWidget* p
     rows->addWidget(MakePage(), 1);
     rows->addWidget(MakeButtons());
     MakeTabOrder();
+    cmdOkay_->setDefault(true);  // a dialog knows only the buttons that it has already
 
     connect(cmdYes_, &QPushButton::clicked, this, &frmRptWizard::cmdYes_Click);
     connect(cmdNo_, &QPushButton::clicked, this, &frmRptWizard::cmdNo_Click);
@@ -160,8 +161,7 @@ QWidget* frmRptWizard::MakeButtons() {
     cmdBack_ = MakeButton("cmdBack", "<< &Back", "Back");
     cmdYes_ = MakeButton("cmdYes", "&Yes", "Yes");
     cmdNo_ = MakeButton("cmdNo", "&No", "No");
-    cmdOkay_ = MakeButton("cmdOkay", "&Next >>", "Next");
-    cmdOkay_->setDefault(true);
+    cmdOkay_ = MakeButton("cmdOkay", "Ne&xt >>", "Next");
 
     auto* const buttons = new QWidget;
     auto* const row = new QHBoxLayout(buttons);

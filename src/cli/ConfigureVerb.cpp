@@ -72,6 +72,7 @@ const Verb configureVerb = {
     "Adds the catalog that tells reports what the database holds.",
     "Three tables are added: Report - Index (the fields), Report - Relation (how tables link) and\n"
     "Report - Labels. Your own tables are not changed. A catalog that is there is left alone.\n"
+    "Questions are asked in windows unless --defaults or --answers answers them.\n"
     "To begin an answers file: --defaults --record FILE --dry-run.",
     switches,
     Configure,

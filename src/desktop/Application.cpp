@@ -35,7 +35,6 @@ Application::Application() : application_(Guarded(count_), words_) {
     qInstallMessageHandler(nullptr);
     LoadPictures();
     QApplication::setApplicationName(QStringLiteral("quillform"));
-    QApplication::setApplicationDisplayName(QStringLiteral("Quillform"));
     QApplication::setDesktopFileName(QStringLiteral("quillform"));
     QApplication::setWindowIcon(QIcon(QStringLiteral(":/desktop/quillform.svg")));
     // A walk hides its form between two boxes; the program ends when the work does.

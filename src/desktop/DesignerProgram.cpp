@@ -3,11 +3,9 @@
 #include <QEventLoop>
 #include <filesystem>
 
-#include "catalog/CheckDatabase.h"
-#include "catalog/WizardWalk.h"
-#include "catalog/frmRptWizard.h"
 #include "data/Engine.h"
 #include "designer/frmCustomReport.h"
+#include "desktop/Configuration.h"
 #include "engine/ReportRun.h"
 #include "platform/Paths.h"
 #include "sample/SampleData.h"
@@ -24,18 +22,6 @@ void MakeSamplesOnce(const Layout& layout, DBEngine& engine, UserInterface& user
     } catch (const RunTimeError& error) {
         user.Warn("The sample database can't be made.  " + std::string(error.what()));
     }
-}
-
-void CheckReportDatabase(const Layout& layout, DBEngine& engine, DesktopUser& user) {
-    const std::optional<std::string> path = FindReportDatabase(layout, user);
-    frmRptWizard page(engine, path.value_or(std::string()));
-    WizardWalk walk(page, user);
-    try {
-        CheckDatabaseforReportData(path, engine, user, walk);
-    } catch (const WizardLeft&) {
-        // What was answered until then is stored, and the next check asks for the rest.
-    }
-    user.ShowWarnings();
 }
 
 /// The caption names the layout by its whole path, whatever folder the program was started in.
@@ -58,7 +44,7 @@ cli::ExitCode OpenDesigner(DesktopUser& user, const std::optional<std::string>& 
 
     designer::PrinterSetup printer;
     designer::DesignerForms forms;
-    forms.checkDatabase = [&] { CheckReportDatabase(layout, *engine, user); };
+    forms.checkDatabase = [&] { CheckWithWizard(FindReportDatabase(layout, user), *engine, user); };
     forms.showWarnings = [&] { user.ShowWarnings(); };
     designer::frmCustomReport form({layout, user, *engine, clock, printer}, std::move(forms), WholePath(layoutFile));
     QEventLoop loop;

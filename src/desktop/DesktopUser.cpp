@@ -12,6 +12,9 @@ namespace {
 
 using namespace std::chrono_literals;
 
+/// Of boxes that say no other.
+constexpr std::string_view programTitle = "Quillform";
+
 /// Often enough for a button that feels alive, and too seldom to cost a run anything.
 constexpr auto yieldInterval = 10ms;
 
@@ -29,7 +32,7 @@ QMessageBox::Icon IconOf(MessageIcon icon) {
 
 QMessageBox::StandardButton ShowBox(QMessageBox::Icon icon, std::string_view title, std::string_view text,
                                     QMessageBox::StandardButtons buttons, std::string_view details = {}) {
-    QMessageBox box(icon, title.empty() ? QApplication::applicationDisplayName() : ToQt(title), ToQt(text), buttons,
+    QMessageBox box(icon, ToQt(title.empty() ? programTitle : title), ToQt(text), buttons,
                     QApplication::activeWindow());
     box.setTextFormat(Qt::PlainText);  // names in it may look like markup
     box.setInformativeText(ToQt(details));
@@ -39,11 +42,21 @@ QMessageBox::StandardButton ShowBox(QMessageBox::Icon icon, std::string_view tit
 }  // namespace
 
 void DesktopUser::Message(std::string_view text, std::string_view title) {
-    ShowBox(QMessageBox::NoIcon, title, text, QMessageBox::Ok);
+    MessageWithIcon(text, title, MessageIcon::None);
 }
+
+void DesktopUser::MessageWithIcon(std::string_view text, std::string_view title, MessageIcon icon) {
+    ShowBox(IconOf(icon), title, text, QMessageBox::Ok);
+}
+
+void DesktopUser::Beep() { QApplication::beep(); }
 
 bool DesktopUser::Ask(std::string_view question, std::string_view title, MessageIcon icon) {
     return ShowBox(IconOf(icon), title, question, QMessageBox::Yes | QMessageBox::No) == QMessageBox::Yes;
+}
+
+bool DesktopUser::AskRetry(std::string_view question, std::string_view title, MessageIcon icon) {
+    return ShowBox(IconOf(icon), title, question, QMessageBox::Retry | QMessageBox::Cancel) == QMessageBox::Retry;
 }
 
 void DesktopUser::Warn(std::string_view text) { warnings_.emplace_back(text); }

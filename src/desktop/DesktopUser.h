@@ -16,7 +16,10 @@ public:
     DesktopUser() = default;
 
     void Message(std::string_view text, std::string_view title) override;
+    void MessageWithIcon(std::string_view text, std::string_view title, MessageIcon icon) override;
+    void Beep() override;
     bool Ask(std::string_view question, std::string_view title, MessageIcon icon) override;
+    bool AskRetry(std::string_view question, std::string_view title, MessageIcon icon) override;
     void Warn(std::string_view text) override;
     std::optional<std::string> SaveDialog(const FileDialog& dialog) override;
     std::optional<std::string> OpenDialog(const FileDialog& dialog) override;

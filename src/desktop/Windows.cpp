@@ -1,6 +1,8 @@
 #include "desktop/Windows.h"
 
+#include "data/Engine.h"
 #include "desktop/Application.h"
+#include "desktop/Configuration.h"
 #include "desktop/DesignerProgram.h"
 #include "desktop/DesktopUser.h"
 
@@ -13,14 +15,11 @@ struct Opener {
     DesktopUser& user;
 
     cli::ExitCode operator()(const cli::OpenDesktop& request) const { return OpenDesigner(user, request.layout); }
-    cli::ExitCode operator()(const cli::ConfigureInWindows&) const { return Unready(); }
-
-    cli::ExitCode Unready() const {
-        user.Message(
-            "Questions can't be asked in windows yet; quillform configure DATABASE --defaults takes the "
-            "proposed answers.",
-            {});
-        return cli::ExitCode::Failed;
+    cli::ExitCode operator()(const cli::ConfigureInWindows& request) const {
+        const SystemClock clock;
+        const std::unique_ptr<DBEngine> engine = data::MakeEngine(clock);
+        Configure(request.database, *engine, user, request.record);
+        return cli::ExitCode::Done;
     }
 };
 

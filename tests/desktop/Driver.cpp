@@ -2,25 +2,52 @@
 
 #include <gtest/gtest.h>
 
+#include <utility>
+
 namespace quillform {
 
+namespace {
+
+constexpr auto patience = std::chrono::seconds(5);
+
+}  // namespace
+
 Driver::Driver(std::vector<Step> steps) : steps_(std::move(steps)) {
-    QObject::connect(&timer_, &QTimer::timeout, &timer_, [this] { Look(); });
-    timer_.start(0);
+    LookSoon();
+    QObject::connect(&watch_, &QTimer::timeout, &watch_, [this] { EndHang(); });
+    watch_.start(patience);
 }
 
 Driver::~Driver() { EXPECT_EQ(next_, steps_.size()) << "steps that no window waited for"; }
 
-void Driver::Look() {
-    QWidget* const window = QApplication::activeModalWidget();
-    if (isBusy_ || window == nullptr || !window->isVisible() || next_ == steps_.size()) return;
-    isBusy_ = true;
-    if (!window->isActiveWindow()) {
-        window->activateWindow();
-        (void)QTest::qWaitForWindowActive(window);
+/// A timer doesn't fire inside its own slot, and a step may open a window that the next step waits for; so each look
+/// has a timer of its own.
+void Driver::LookSoon() {
+    QTimer::singleShot(1, &watch_, [this] { Look(); });
+}
+
+void Driver::EndHang() {
+    if (next_ != looked_) {
+        looked_ = next_;
+        return;
     }
-    isBusy_ = false;  // a step may open a window that the next step waits for
-    steps_[next_++](*window);
+    ADD_FAILURE() << "a window waits for ever after step " << next_ << " of " << steps_.size();
+    QCoreApplication::exit();  // ends every loop there is
+}
+
+void Driver::Look() {
+    if (next_ == steps_.size()) return;
+    QWidget* const window = QApplication::activeModalWidget();
+    if (window == nullptr || !window->isVisible() || window == busy_) return LookSoon();
+    if (QApplication::activeWindow() != window) {
+        window->activateWindow();
+        return LookSoon();
+    }
+    const Step& step = steps_[next_++];
+    LookSoon();
+    QWidget* const before = std::exchange(busy_, window);
+    step(*window);
+    busy_ = before;
 }
 
 void Click(QWidget& control) { QTest::mouseClick(&control, Qt::LeftButton); }

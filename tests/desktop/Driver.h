@@ -11,7 +11,7 @@
 namespace quillform {
 
 /// Does something as soon as a modal window waits for it: a step runs inside the window's own event loop. Steps that
-/// weren't reached when the driver goes are a failed test.
+/// weren't reached when the driver goes are a failed test, and so is a window that no step closes.
 class Driver {
 public:
     using Step = std::function<void(QWidget& window)>;
@@ -24,12 +24,15 @@ public:
     std::size_t Done() const { return next_; }
 
 private:
+    void LookSoon();
     void Look();
+    void EndHang();
 
     std::vector<Step> steps_;
     std::size_t next_ = 0;
-    bool isBusy_ = false;
-    QTimer timer_;
+    QWidget* busy_ = nullptr;  // the window that a step is at work in: it isn't ready for the next one
+    std::size_t looked_ = 0;   // what the watch saw when it looked last
+    QTimer watch_;
 };
 
 /// A control of a window by its type and given name; the test fails, and ends, where there is none.

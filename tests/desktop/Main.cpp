@@ -9,7 +9,6 @@ int main(int count, char** words) {
     testing::InitGoogleTest(&count, words);
     const QApplication application(count, words);
     QApplication::setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
-    QApplication::setApplicationDisplayName(QStringLiteral("Quillform"));
     QApplication::setQuitOnLastWindowClosed(false);
     return RUN_ALL_TESTS();
 }

@@ -1,0 +1,67 @@
+#include "desktop/Configuration.h"
+
+#include <algorithm>
+
+#include "catalog/AnswersFile.h"
+#include "catalog/CatalogTables.h"
+#include "catalog/CheckDatabase.h"
+#include "catalog/RecordingPage.h"
+#include "catalog/WizardWalk.h"
+#include "catalog/frmRptWizard.h"
+#include "platform/OutputFile.h"
+
+namespace quillform {
+
+namespace {
+
+bool HasCatalog(const Database& database) {
+    const auto tables = {catalogIndexTable, catalogRelationTable, catalogLabelsTable};
+    return std::all_of(tables.begin(), tables.end(),
+                       [&](std::string_view table) { return database.FindTable(table) != nullptr; });
+}
+
+/// The wizard's form lives as long as its walk, so that nothing of it is left behind later boxes.
+WizardOutcome Walk(const std::optional<std::string>& databasePath, DBEngine& engine, DesktopUser& user) {
+    frmRptWizard form(engine, databasePath.value_or(std::string()));
+    RecordingPage page(form);
+    WizardWalk walk(page, user);
+    WizardOutcome outcome;
+    std::unique_ptr<Database> database;
+    try {
+        database = CheckDatabaseforReportData(databasePath, engine, user, walk);
+    } catch (const WizardLeft&) {
+        outcome.wasLeft = true;
+        database = engine.OpenDatabase(*databasePath);
+    }
+    if (database == nullptr) return outcome;
+    outcome.isComplete = !outcome.wasLeft && HasCatalog(*database);
+    outcome.answered = page.Recorded(*database);
+    return outcome;
+}
+
+bool HasAnswers(const Answers& answers) { return !answers.tables.empty() || !answers.links.empty(); }
+
+}  // namespace
+
+WizardOutcome CheckWithWizard(const std::optional<std::string>& databasePath, DBEngine& engine, DesktopUser& user) {
+    WizardOutcome outcome = Walk(databasePath, engine, user);
+    user.ShowWarnings();
+    return outcome;
+}
+
+void Configure(const std::string& databasePath, DBEngine& engine, DesktopUser& user,
+               const std::optional<std::string>& record) {
+    std::optional<OutputFile> file;
+    if (record) file.emplace(*record);  // before an hour of answers, not after it
+    const WizardOutcome outcome = CheckWithWizard(databasePath, engine, user);
+    if (file && HasAnswers(outcome.answered)) {
+        file->Write(AnswersText(outcome.answered));
+        file->Commit();
+    }
+    if (outcome.wasLeft) throw RunTimeError(ErrorNumber::DialogCancelled, "The configuration was left before its end.");
+    if (!outcome.isComplete)
+        throw RunTimeError(ErrorNumber::DialogCancelled, "The database \"" + databasePath + "\" has no whole catalog.");
+    user.Message("The database \"" + databasePath + "\" is ready for reports.", {});
+}
+
+}  // namespace quillform
