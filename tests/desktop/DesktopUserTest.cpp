@@ -66,6 +66,17 @@ TEST(DesktopUser, AsksAndTells) {
     user.Message("Done.", {});
 }
 
+TEST(DesktopUser, AsksWhetherToTryAgain) {
+    DesktopUser user;
+    for (const auto& [key, answer] : {std::pair{Qt::Key_Return, true}, {Qt::Key_Escape, false}}) {
+        const Driver driver({[&, pressed = key](QWidget& box) {
+            EXPECT_EQ(dynamic_cast<QMessageBox&>(box).icon(), QMessageBox::Warning);
+            Press(pressed);
+        }});
+        EXPECT_EQ(user.AskRetry("Once more?", "Error", MessageIcon::Exclamation), answer);
+    }
+}
+
 TEST(DesktopUser, ShowsWarningsTogetherAndOnce) {
     DesktopUser user;
     user.ShowWarnings();
