@@ -126,6 +126,8 @@ void PageFile::Commit() {
     for (const std::uint32_t page : dirty_) pages_[page].isDirty = false;
     dirty_.clear();
     storedPages_ = PageCount();
+    // Whoever only adds never reads, and would keep every page that was written.
+    if (loaded_ * layout_->pageSize > cacheBytes) EvictSome();
     depth_ = 0;
     file_->StopWriting();
 }
