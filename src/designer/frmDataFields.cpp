@@ -1,0 +1,221 @@
+#include "designer/frmDataFields.h"
+
+#include <QBoxLayout>
+#include <QFocusEvent>
+#include <QIcon>
+#include <QKeyEvent>
+#include <QLineEdit>
+#include <QTreeWidget>
+#include <optional>
+
+#include "engine/ReportRun.h"
+#include "platform/Numbers.h"
+#include "platform/Text.h"
+#include "support/frmControls.h"
+#include "support/frmSizeForm.h"
+#include "support/frmText.h"
+
+namespace quillform::designer {
+
+namespace {
+
+constexpr double formWidth = 5400;  // twips
+constexpr double formHeight = 6300;
+constexpr int keyRole = Qt::UserRole;  // "C" and the code, in leaves
+constexpr std::string_view looseRoot = "Date/Time/Page";
+
+QString KeyOf(int code) { return QStringLiteral("C%1").arg(code); }
+
+/// The code in a leaf's key; empty for a root.
+std::optional<int> CodeOf(const QTreeWidgetItem& node) {
+    const QString key = node.data(0, keyRole).toString();
+    if (key.isEmpty()) return std::nullopt;
+    return key.mid(1).toInt();
+}
+
+QIcon RootIcon() {
+    QIcon icon(QStringLiteral(":/designer/close.svg"));
+    icon.addFile(QStringLiteral(":/designer/open.svg"), {}, QIcon::Normal, QIcon::On);
+    return icon;
+}
+
+}  // namespace
+
+frmDataFields::frmDataFields(DesignSurface& surface, DesignerServices services, QWidget* parent)
+    : QDialog(parent),
+      surface_(surface),
+      services_(std::move(services)),
+      fields_(surface, [this] { services_.user.Message("Moving to next line"); }),
+      SSTree1_(new QTreeWidget),
+      find_(new QLineEdit) {
+    setObjectName(QStringLiteral("frmDataFields"));
+    setWindowTitle(QStringLiteral("Insert/Remove Data Field"));
+    find_->setObjectName(QStringLiteral("find"));
+    find_->setPlaceholderText(QStringLiteral("Find a field"));
+    find_->setAccessibleName(find_->placeholderText());
+    find_->setClearButtonEnabled(true);
+    SSTree1_->setObjectName(QStringLiteral("SSTree1"));
+    SSTree1_->setAccessibleName(QStringLiteral("Fields that can be reported"));
+    SSTree1_->setHeaderHidden(true);
+    SSTree1_->setUniformRowHeights(true);
+    SSTree1_->setExpandsOnDoubleClick(false);
+    SSTree1_->installEventFilter(this);
+    auto* const DoneCmd = NewButton("DoneCmd", "&Done");
+
+    auto* const buttons = new QHBoxLayout;
+    buttons->addStretch(1);
+    buttons->addWidget(DoneCmd);
+    auto* const rows = new QVBoxLayout(this);
+    rows->addWidget(find_);
+    rows->addWidget(SSTree1_, 1);
+    rows->addLayout(buttons);
+    setTabOrder(find_, SSTree1_);
+    SSTree1_->setFocus();
+
+    connect(find_, &QLineEdit::textChanged, this, &frmDataFields::Filter);
+    connect(SSTree1_, &QTreeWidget::itemClicked, this, [this](QTreeWidgetItem* node) { SSTree1_NodeClick(node); });
+    connect(DoneCmd, &QPushButton::clicked, this, &frmDataFields::DoneCmd_Click);
+    resize(TwipScale::ToPixels(formWidth), TwipScale::ToPixels(formHeight));
+    SizeForm(*this);
+}
+
+int frmDataFields::exec() { return Form_Activate() ? QDialog::exec() : Rejected; }
+
+bool frmDataFields::Form_Activate() {
+    try {
+        const auto database = OpenReportDatabase();
+        const auto rows = database->OpenRecordset("SELECT ID, Text, Table FROM [Report - Index] ORDER BY Table, Text",
+                                                  RecordsetType::Snapshot);
+        SSTree1_->clear();
+        AddRows(*rows);
+    } catch (const RunTimeError&) {
+        services_.user.Message(
+            "Cannot locate the database.  Select [Edit], [Report Options], and go to the [Database] folder.  Locate "
+            "your Brindlemark database.");
+        return false;
+    }
+    QTreeWidgetItem* const root = AddRoot(std::string(looseRoot));
+    for (const FieldChoice& loose : LooseFields()) AddLeaf(*root, loose.code, loose.text);
+    return true;
+}
+
+std::unique_ptr<Database> frmDataFields::OpenReportDatabase() const {
+    const std::optional<ResolvedPath> found = FindReportDatabase(surface_.Report());
+    if (!found) throw RunTimeError(ErrorNumber::FileMissing, "The report database isn't there.");
+    return services_.engine.OpenDatabase(found->path.string(), Access::ReadOnly);
+}
+
+void frmDataFields::AddRows(Recordset& rows) {
+    const int id = rows.FindField("ID");
+    const int text = rows.FindField("Text");
+    const int table = rows.FindField("Table");
+    std::string lastTable;
+    QTreeWidgetItem* root = nullptr;
+    for (; !rows.IsEOF(); rows.MoveNext()) {
+        if (const std::string name(Trim(rows.Text(table))); root == nullptr || name != lastTable) {
+            lastTable = name;
+            root = AddRoot(name);
+        }
+        AddLeaf(*root, static_cast<int>(Val(rows.Text(id))), rows.Text(text));
+    }
+}
+
+QTreeWidgetItem* frmDataFields::AddRoot(const std::string& text) {
+    static const QIcon icon = RootIcon();
+    auto* const root = new QTreeWidgetItem(SSTree1_, {ToQt(text)});
+    root->setIcon(0, icon);
+    return root;
+}
+
+void frmDataFields::AddLeaf(QTreeWidgetItem& root, int code, const std::string& text) {
+    static const QIcon icon(QStringLiteral(":/designer/leaf.svg"));
+    auto* const leaf = new QTreeWidgetItem(&root, {ToQt(text)});
+    leaf->setData(0, keyRole, KeyOf(code));
+    leaf->setIcon(0, icon);
+    ShowWhetherPlaced(*leaf);
+}
+
+void frmDataFields::ShowWhetherPlaced(QTreeWidgetItem& leaf) const {
+    const bool isPlaced = fields_.Find(CodeOf(leaf).value_or(0)) > 0;
+    QFont font = SSTree1_->font();
+    font.setBold(isPlaced);
+    leaf.setFont(0, font);
+    leaf.setData(0, Qt::AccessibleDescriptionRole,
+                 isPlaced ? QStringLiteral("on the layout") : QStringLiteral("not on the layout"));
+}
+
+void frmDataFields::SSTree1_NodeClick(QTreeWidgetItem* node) {
+    if (node->childCount() > 0) {
+        node->setExpanded(!node->isExpanded());
+        return;
+    }
+    const std::optional<int> code = CodeOf(*node);
+    if (!code || *code < 1) return;
+    if (const int position = fields_.Find(*code); position > 0) {
+        fields_.Remove(position);
+    } else {
+        FieldChoice choice;
+        if (!FindChoice(*code, choice)) return;
+        fields_.Insert(choice);
+    }
+    ShowWhetherPlaced(*node);
+}
+
+/// What a new item takes over. False if the catalog has lost the row, or the database is gone by now.
+bool frmDataFields::FindChoice(int code, FieldChoice& choice) const {
+    if (const FieldChoice* const loose = FindLooseField(code)) {
+        choice = *loose;
+        return true;
+    }
+    try {
+        const auto database = OpenReportDatabase();
+        const auto row = database->OpenRecordset(
+            "SELECT ID, Text, [Default Length], Mask FROM [Report - Index] WHERE ID = " + std::to_string(code),
+            RecordsetType::Snapshot);
+        if (!row->HasRows()) return false;
+        choice.code = code;
+        choice.text = Trim(row->Text("Text"));
+        choice.length = static_cast<int>(Val(row->Text("Default Length")));
+        choice.mask = row->Text("Mask");
+        return true;
+    } catch (const RunTimeError& error) {
+        services_.user.Message(error.what());
+        return false;
+    }
+}
+
+/// Shows the leaves whose text holds what is wanted, and opens their tables.
+void frmDataFields::Filter(const QString& wanted) {
+    for (int i = 0; i < SSTree1_->topLevelItemCount(); ++i) {
+        QTreeWidgetItem& root = *SSTree1_->topLevelItem(i);
+        bool isShown = wanted.isEmpty();
+        for (int j = 0; j < root.childCount(); ++j) {
+            QTreeWidgetItem& leaf = *root.child(j);
+            const bool isWanted = leaf.text(0).contains(wanted, Qt::CaseInsensitive);
+            leaf.setHidden(!isWanted);
+            isShown |= isWanted;
+        }
+        root.setHidden(!isShown);
+        if (!wanted.isEmpty()) root.setExpanded(isShown);
+    }
+}
+
+bool frmDataFields::eventFilter(QObject* watched, QEvent* event) {
+    if (watched == SSTree1_ && event->type() == QEvent::KeyPress) {
+        const int key = static_cast<QKeyEvent*>(event)->key();
+        const bool isClick = key == Qt::Key_Return || key == Qt::Key_Enter || key == Qt::Key_Space;
+        if (isClick && SSTree1_->currentItem() != nullptr) {
+            SSTree1_NodeClick(SSTree1_->currentItem());
+            return true;
+        }
+    }
+    return QDialog::eventFilter(watched, event);
+}
+
+/// The form itself has the focus only where none of its controls can take it, so going to another program ends nothing.
+void frmDataFields::focusOutEvent(QFocusEvent* event) {
+    QDialog::focusOutEvent(event);
+    DoneCmd_Click();
+}
+
+}  // namespace quillform::designer

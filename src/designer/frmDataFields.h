@@ -1,0 +1,53 @@
+#pragma once
+
+#include <QDialog>
+#include <string>
+
+#include "designer/DataFields.h"
+#include "designer/DesignerForms.h"
+
+class QLineEdit;
+class QTreeWidget;
+class QTreeWidgetItem;
+
+namespace quillform::designer {
+
+/// "Insert/Remove Data Field": the tree of everything that can be reported. A click on a leaf puts it on the surface, a
+/// click on the same leaf takes it off again; Enter and the space bar do what a click does. Leaves that are on the
+/// layout stand in bold.
+class frmDataFields final : public QDialog {
+    Q_OBJECT
+
+public:
+    /// Both outlive the form.
+    frmDataFields(DesignSurface& surface, DesignerServices services, QWidget* parent = nullptr);
+
+    /// Reads the catalog anew and shows the form; a database that can't be opened is told of, and nothing is shown.
+    int exec() override;
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+    void focusOutEvent(QFocusEvent* event) override;
+
+private:
+    bool Form_Activate();
+    void SSTree1_NodeClick(QTreeWidgetItem* node);
+    void DoneCmd_Click() { accept(); }
+
+    std::unique_ptr<Database> OpenReportDatabase() const;
+    void AddRows(Recordset& rows);
+    QTreeWidgetItem* AddRoot(const std::string& text);
+    void AddLeaf(QTreeWidgetItem& root, int code, const std::string& text);
+    bool FindChoice(int code, FieldChoice& choice) const;
+    void ShowWhetherPlaced(QTreeWidgetItem& leaf) const;
+    void Filter(const QString& wanted);
+
+    DesignSurface& surface_;
+    DesignerServices services_;
+    DataFields fields_;
+    // Owned by the form.
+    QTreeWidget* SSTree1_;
+    QLineEdit* find_;
+};
+
+}  // namespace quillform::designer
