@@ -4,12 +4,8 @@
 #include <filesystem>
 
 #include "data/Engine.h"
-#include "designer/PrintText.h"
+#include "designer/SurfaceForms.h"
 #include "designer/frmCustomReport.h"
-#include "designer/frmDataFields.h"
-#include "designer/frmFieldOptions.h"
-#include "designer/frmPrintWindow.h"
-#include "designer/frmTextFields.h"
 #include "desktop/Configuration.h"
 #include "engine/ReportRun.h"
 #include "platform/Paths.h"
@@ -37,23 +33,6 @@ std::optional<std::string> WholePath(const std::optional<std::string>& layoutFil
     return std::filesystem::absolute(found->path).lexically_normal().string();
 }
 
-/// The forms that work on the surface. `services` is copied into each, and what it names outlives them.
-void OfferForms(const designer::DesignerServices& services, designer::DesignerForms& forms) {
-    forms.dataFields = [services](QWidget& owner, designer::DesignSurface& surface) {
-        designer::frmDataFields(surface, services, &owner).exec();
-    };
-    forms.textFields = [services](QWidget& owner, designer::DesignSurface& surface) {
-        designer::frmTextFields(surface, services.user, &owner).exec();
-    };
-    forms.fieldOptions = [](QWidget& owner, designer::DesignSurface& surface) {
-        designer::frmFieldOptions(surface.Report(), &owner).exec();
-    };
-    forms.preview = [services](QWidget& owner, const std::filesystem::path& file) {
-        const auto print = [&services](const std::string& text) { designer::PrintText(text, services); };
-        designer::frmPrintWindow(file, print, services.user, &owner).exec();
-    };
-}
-
 }  // namespace
 
 cli::ExitCode OpenDesigner(DesktopUser& user, const std::optional<std::string>& layoutFile) {
@@ -69,7 +48,7 @@ cli::ExitCode OpenDesigner(DesktopUser& user, const std::optional<std::string>& 
     forms.checkDatabase = [&] { CheckWithWizard(FindReportDatabase(layout, user), *engine, user); };
     forms.showWarnings = [&] { user.ShowWarnings(); };
     const designer::DesignerServices services{layout, user, *engine, clock, printer};
-    OfferForms(services, forms);
+    designer::OfferSurfaceForms(services, forms);
     designer::frmCustomReport form(services, std::move(forms), WholePath(layoutFile));
     QEventLoop loop;
     QObject::connect(&form, &designer::frmCustomReport::Unloaded, &loop, &QEventLoop::quit);
