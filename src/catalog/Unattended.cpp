@@ -49,13 +49,6 @@ public:
     void Message(std::string_view text, std::string_view) override { page_.TakeMessage(text); }
     bool Ask(std::string_view, std::string_view, MessageIcon) override { return true; }
     void Warn(std::string_view) override {}
-    std::optional<std::string> SaveDialog(const FileDialog&) override { return {}; }
-    std::optional<std::string> OpenDialog(const FileDialog&) override { return {}; }
-    void ShowProgress() override {}
-    void SetProgressMax(long long) override {}
-    void SetProgress(long long) override {}
-    void HideProgress() override {}
-    bool YieldAndIsCancelled() override { return false; }
 
 private:
     AnswersPage& page_;

@@ -23,10 +23,7 @@ public:
     bool Ask(std::string_view question, std::string_view title, MessageIcon icon) override;
     void Warn(std::string_view text) override;
     void Note(std::string_view text) override;
-    std::optional<std::string> SaveDialog(const FileDialog&) override { return std::nullopt; }
-    std::optional<std::string> OpenDialog(const FileDialog&) override { return std::nullopt; }
     void ShowPrintWindow(const std::string& file) override;
-    void ShowProgress() override {}
     void SetProgressMax(long long maximum) override { maximum_ = maximum; }
     void SetProgress(long long value) override;
     void HideProgress() override;

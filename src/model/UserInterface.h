@@ -40,21 +40,21 @@ public:
     /// Something that is as it should be and yet good to know, such as a font drawn by its metric twin.
     virtual void Note(std::string_view) {}
 
-    /// The chosen path, or empty when the user cancelled.
-    virtual std::optional<std::string> SaveDialog(const FileDialog& dialog) = 0;
-    virtual std::optional<std::string> OpenDialog(const FileDialog& dialog) = 0;
+    /// The chosen path, or empty when the user cancelled; where nobody can choose, that too.
+    virtual std::optional<std::string> SaveDialog(const FileDialog&) { return std::nullopt; }
+    virtual std::optional<std::string> OpenDialog(const FileDialog&) { return std::nullopt; }
 
     /// Shows the finished file of the screen output, and comes back when the user has seen enough.
     virtual void ShowPrintWindow(const std::string&) {}
 
-    // The progress panel: shown with 0 of 0, then told its maximum, then its value.
-    virtual void ShowProgress() = 0;
-    virtual void SetProgressMax(long long maximum) = 0;
-    virtual void SetProgress(long long value) = 0;
-    virtual void HideProgress() = 0;
+    // The progress panel: shown with 0 of 0, then told its maximum, then its value. Where nobody looks there is none.
+    virtual void ShowProgress() {}
+    virtual void SetProgressMax(long long) {}
+    virtual void SetProgress(long long) {}
+    virtual void HideProgress() {}
     /// Lets pending events run, at most every few milliseconds. True if the run is to be cancelled. Called once a
     /// record, so it must be cheap.
-    virtual bool YieldAndIsCancelled() = 0;
+    virtual bool YieldAndIsCancelled() { return false; }
 };
 
 }  // namespace quillform

@@ -38,13 +38,6 @@ public:
         return answer;
     }
     void Warn(std::string_view text) override { log.push_back("warning " + std::string(text)); }
-    std::optional<std::string> SaveDialog(const FileDialog&) override { return {}; }
-    std::optional<std::string> OpenDialog(const FileDialog&) override { return {}; }
-    void ShowProgress() override {}
-    void SetProgressMax(long long) override {}
-    void SetProgress(long long) override {}
-    void HideProgress() override {}
-    bool YieldAndIsCancelled() override { return false; }
 
     void ConfigureTableFields(Database&, const TableDef& table, Recordset& index) override {
         EXPECT_EQ(index.Fields().size(), 15U);

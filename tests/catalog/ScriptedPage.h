@@ -79,13 +79,6 @@ public:
     void Message(std::string_view text, std::string_view) override { told.emplace_back(text); }
     bool Ask(std::string_view, std::string_view, MessageIcon) override { return true; }
     void Warn(std::string_view text) override { warnings.emplace_back(text); }
-    std::optional<std::string> SaveDialog(const FileDialog&) override { return {}; }
-    std::optional<std::string> OpenDialog(const FileDialog&) override { return {}; }
-    void ShowProgress() override {}
-    void SetProgressMax(long long) override {}
-    void SetProgress(long long) override {}
-    void HideProgress() override {}
-    bool YieldAndIsCancelled() override { return false; }
 
     std::vector<std::string> told;
     std::vector<std::string> warnings;

@@ -26,11 +26,6 @@ public:
     void Warn(std::string_view text) override { warnings.emplace_back(text); }
     std::optional<std::string> SaveDialog(const FileDialog& dialog) override { return Choose(dialog); }
     std::optional<std::string> OpenDialog(const FileDialog& dialog) override { return Choose(dialog); }
-    void ShowProgress() override {}
-    void SetProgressMax(long long) override {}
-    void SetProgress(long long) override {}
-    void HideProgress() override {}
-    bool YieldAndIsCancelled() override { return false; }
 
     std::optional<std::string> chosen;  ///< in the next file dialogs; empty is a cancel
     bool answer = false;

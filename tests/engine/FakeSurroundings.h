@@ -124,11 +124,6 @@ public:
         dialogs.push_back(dialog.title + "|" + dialog.filter + "|" + dialog.fileName + "|" + dialog.defaultExtension);
         return chosenFile;
     }
-    std::optional<std::string> OpenDialog(const FileDialog&) override { return std::nullopt; }
-    void ShowProgress() override {}
-    void SetProgressMax(long long) override {}
-    void SetProgress(long long) override {}
-    void HideProgress() override {}
     bool YieldAndIsCancelled() override { return ++yields == cancelAtYield; }
 
     std::vector<std::string> messages;

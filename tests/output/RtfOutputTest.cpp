@@ -2,37 +2,15 @@
 
 #include <random>
 
-#include "ScratchFolder.h"
-#include "engine/FakeSurroundings.h"
-#include "output/OutputRooms.h"
 #include "output/RtfFrame.h"
 #include "output/RtfText.h"
+#include "output/RunToFile.h"
 #include "platform/CodePage.h"
-#include "platform/OutputFile.h"
 
 namespace quillform::testing {
 namespace {
 
-const std::vector<Field> columns = {{.Name = "City", .Type = FieldType::Text, .Size = 20},
-                                    {.Name = "Name", .Type = FieldType::Text, .Size = 20},
-                                    {.Name = "Amount", .Type = FieldType::Long, .Size = 4}};
-constexpr int City = 1;
-constexpr int Name = 2;
-constexpr int Amount = 3;
 constexpr std::string_view bodyStart = "\\deftab720\r\n";
-
-std::vector<Value> Row(const std::string& city, const std::string& name = "", int amount = 0) {
-    return {Value::Text(city), Value::Text(name), Value::Integer(amount)};
-}
-
-std::string RunTo(Scene& scene, OutputType type, RunOptions options = {.walk = Walk::OnePass}) {
-    ScratchFolder folder;
-    const std::string file = folder.File("report.rtf");
-    const std::unique_ptr<Output> output = MakeOutput(type, {file});
-    const RunOutcome outcome = scene.Run(*output, options);
-    EXPECT_FALSE(outcome.failure) << outcome.failure->what();
-    return ReadWholeFile(file);
-}
 
 /// What stands between the frame and the end of the document.
 std::string BodyOf(const std::string& document) {

@@ -1,32 +1,10 @@
 #include <gtest/gtest.h>
 
-#include "ScratchFolder.h"
-#include "engine/FakeSurroundings.h"
-#include "output/OutputRooms.h"
+#include "output/RunToFile.h"
 #include "output/TextOutput.h"
 
 namespace quillform::testing {
 namespace {
-
-const std::vector<Field> columns = {{.Name = "City", .Type = FieldType::Text, .Size = 20},
-                                    {.Name = "Name", .Type = FieldType::Text, .Size = 20},
-                                    {.Name = "Amount", .Type = FieldType::Long, .Size = 4}};
-constexpr int City = 1;
-constexpr int Name = 2;
-constexpr int Amount = 3;
-
-std::vector<Value> Row(const std::string& city, const std::string& name, int amount) {
-    return {Value::Text(city), Value::Text(name), Value::Integer(amount)};
-}
-
-std::string RunTo(Scene& scene, OutputType type, RunOptions options = {.walk = Walk::OnePass}) {
-    ScratchFolder folder;
-    const std::string file = folder.File("report.txt");
-    const std::unique_ptr<Output> output = MakeOutput(type, {file});
-    const RunOutcome outcome = scene.Run(*output, options);
-    EXPECT_FALSE(outcome.failure) << outcome.failure->what();
-    return ReadWholeFile(file);
-}
 
 /// Lines that end as they must, without their trailing blanks, joined by "|".
 std::string Lines(const std::string& file) {

@@ -18,13 +18,6 @@ public:
     void Message(std::string_view, std::string_view) override {}
     bool Ask(std::string_view, std::string_view, MessageIcon) override { return false; }
     void Warn(std::string_view) override {}
-    std::optional<std::string> SaveDialog(const FileDialog&) override { return std::nullopt; }
-    std::optional<std::string> OpenDialog(const FileDialog&) override { return std::nullopt; }
-    void ShowProgress() override {}
-    void SetProgressMax(long long) override {}
-    void SetProgress(long long) override {}
-    void HideProgress() override {}
-    bool YieldAndIsCancelled() override { return false; }
 };
 
 /// The layouts as a user gets them: written to files and loaded again, measured by the fonts of the page.

@@ -36,13 +36,6 @@ public:
     void Beep() override { told.emplace_back("beep"); }
     bool Ask(std::string_view, std::string_view, MessageIcon) override { return false; }
     void Warn(std::string_view) override {}
-    std::optional<std::string> SaveDialog(const FileDialog&) override { return {}; }
-    std::optional<std::string> OpenDialog(const FileDialog&) override { return {}; }
-    void ShowProgress() override {}
-    void SetProgressMax(long long) override {}
-    void SetProgress(long long) override {}
-    void HideProgress() override {}
-    bool YieldAndIsCancelled() override { return false; }
 
     bool retries = false;
     Lines told;
