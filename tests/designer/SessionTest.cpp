@@ -10,12 +10,16 @@
 #include <QTreeWidget>
 #include <cstdio>
 #include <filesystem>
+#include <map>
 
 #include "designer/FormScene.h"
 #include "designer/PreviewPages.h"
 #include "designer/SurfaceForms.h"
 #include "designer/frmPrintWindow.h"
 #include "persistence/LayoutFile.h"
+#include "platform/CodePage.h"
+#include "platform/OutputFile.h"
+#include "platform/Text.h"
 #include "print/PdfTarget.h"
 #include "sample/SampleData.h"
 
@@ -76,6 +80,13 @@ protected:
     void MoveTo(int index, double left, double top) {
         const Box box = Pic(index).box;
         Drag(box.left + 0.5, box.top + 0.5, left + 0.5, top + 0.5);
+    }
+    /// Where each text stands. A load measures the widths anew, and a run sorts the items.
+    std::map<std::string, std::pair<double, double>> Places() const {
+        std::map<std::string, std::pair<double, double>> places;
+        for (const clssFields& item : layout.Fields)
+            places[item.Text] = {Pic(item.Index).box.left, Pic(item.Index).box.top};
+        return places;
     }
     clssFields& ItemCalled(const char* text) {
         for (clssFields& item : layout.Fields)
@@ -152,8 +163,16 @@ TEST_F(Session, FromAnEmptyScreenToAPrintedReport) {
     const std::string text = OutputOf("pdftotext -layout '" + folder.File("CUSTOMERS.PDF") + "' -");
     EXPECT_NE(text.find("Customers by country"), std::string::npos);
 
-    // The same on the screen.
-    layout.settings.intOutputType = 1;
+    // The same on the screen, from the saved layout with another output in its settings.
+    saved.settings.intOutputType = 1;
+    OutputFile file(folder.File("SCREEN.REP"));
+    file.Write(Cp1252FromUtf8(LayoutText(saved)));
+    file.Commit();
+    const auto places = Places();
+    user.chosen = folder.File("SCREEN.REP");
+    Key(Qt::Key_O, Qt::ControlModifier);
+    EXPECT_EQ(form->windowTitle().toStdString(), "Custom Report - " + UpperCase(*user.chosen));
+    EXPECT_EQ(Places(), places);
     std::string preview;
     {
         const Driver driver({[&](QWidget& window) {
