@@ -20,6 +20,9 @@ public:
     /// fields that it doesn't name are for the rules: proposed answers for fields, no links. `database` is the one that
     /// was asked about; its own types tell which fields were described as texts.
     Answers Recorded(const Database& database) const;
+    /// False if going back left rows in the catalog that no answers give: those of a field that was answered twice
+    /// without its first row taken back, or of a formula that was only described.
+    bool GivesAllRows() const { return givesAllRows_; }
 
     void SetTopic(const WizardTopic& topic) override;
     void SetButtonType(WizardButtonType type) override { page_.SetButtonType(type); }
@@ -43,16 +46,26 @@ public:
         std::string field;   ///< empty where the page is about no field
         std::string second;  ///< empty where it is about no pair
         int width = 0;       ///< of a text
+        bool isBoolean = false;
         bool isYes = false;
         std::string text;
         std::string field1;
         std::string field2;
+        bool hasRow = false;       ///< the answer put a row into the catalog
+        bool isTakenBack = false;  ///< the row was deleted again by going back, maybe from a page far behind
     };
 
 private:
+    void Keep(Page answered);
+    void TakeRowBack();
+
     WizardPage& page_;
     Page topic_;
     std::vector<Page> pages_;
+    bool isAskedAgain_ = false;   ///< the page is shown once more because its answer was refused
+    bool wentBack_ = false;       ///< how the last page was left
+    bool hasRowOfTable_ = false;  ///< going back deletes nothing before the table has its first row
+    bool givesAllRows_ = true;
 };
 
 }  // namespace quillform

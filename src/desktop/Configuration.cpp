@@ -36,6 +36,7 @@ WizardOutcome Walk(const std::optional<std::string>& databasePath, DBEngine& eng
     if (database == nullptr) return outcome;
     outcome.isComplete = !outcome.wasLeft && HasCatalog(*database);
     outcome.answered = page.Recorded(*database);
+    outcome.givesAllRows = page.GivesAllRows();
     return outcome;
 }
 
@@ -57,6 +58,11 @@ void Configure(const std::string& databasePath, DBEngine& engine, DesktopUser& u
     if (file && HasAnswers(outcome.answered)) {
         file->Write(AnswersText(outcome.answered));
         file->Commit();
+        if (!outcome.givesAllRows)
+            user.Message("The answers in \"" + *record +
+                             "\" don't give all entries of this catalog: by going back a field was answered twice, and "
+                             "the entries of both answers were kept.",
+                         {});
     }
     if (outcome.wasLeft) throw RunTimeError(ErrorNumber::DialogCancelled, "The configuration was left before its end.");
     if (!outcome.isComplete)

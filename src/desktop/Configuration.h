@@ -13,7 +13,8 @@ namespace quillform {
 struct WizardOutcome {
     bool isComplete = false;  ///< the database has its catalog now, and the wizard wasn't left before its end
     bool wasLeft = false;
-    Answers answered;  ///< what was answered, also by a person who left
+    bool givesAllRows = true;  ///< `answered` gives all rows that are in the catalog
+    Answers answered;          ///< what was answered, also by a person who left
 };
 
 /// CheckDatabaseforReportData, with the wizard's form for its questions. Warnings are shown at the end. An empty

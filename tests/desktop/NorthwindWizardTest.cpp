@@ -3,8 +3,12 @@
 #include <QComboBox>
 #include <QLineEdit>
 #include <filesystem>
+#include <set>
 
+#include "catalog/AnswersFile.h"
 #include "catalog/CatalogFixture.h"
+#include "catalog/RecordingPage.h"
+#include "catalog/Unattended.h"
 #include "catalog/frmRptWizard.h"
 #include "desktop/Driver.h"
 
@@ -75,13 +79,14 @@ Lines OrdersScript() {
 }
 
 Lines NorthwindScript() {
-    Lines script = {"no", "no", "no", "no"};  // Categories, Customers, Employees, Order Details
+    Lines script = {"back", "back", "no", "no", "no", "no"};  // Categories, Customers, Employees, Order Details
     script += OrdersScript();
     script += {"yes"};  // Products
     script += Lines(9, "no");
     script += {"yes", "yes", "=Gone", "back", "no"};                        // Discontinued
     script += {"no", "no"};                                                 // Shippers, Suppliers
-    script += Lines(7, "no");                                               // Categories with the others
+    script += {"back", "next"};                                             // Categories with Customers: nothing picked
+    script += Lines(6, "no");                                               // Categories with the others
     script += {"no", "no", "yes", "back", "yes", "CustomerID=CustomerID"};  // Customers with Orders
     script += Lines(18, "no");
     return script;
@@ -125,13 +130,17 @@ protected:
 
 TEST_F(NorthwindWizard, WalkByEventsGivesTheRowsOfTheScript) {
     if (!Copy("form.mdb")) GTEST_SKIP() << "the shared sample databases aren't here";
+    std::string recorded;
     {
         std::vector<Driver::Step> steps;
         for (const std::string& answer : NorthwindScript())
             steps.emplace_back([answer](QWidget& form) { Answer(form, answer); });
         const Driver driver(std::move(steps));
         frmRptWizard form(*engine_, path_);
-        Configure(form);
+        RecordingPage recording(form);
+        Configure(recording);
+        EXPECT_TRUE(recording.GivesAllRows());
+        recorded = AnswersText(recording.Recorded(*engine_->OpenDatabase(path_)));
     }
     const Lines byForm = IndexRows();
     EXPECT_EQ(byForm, (Lines{
@@ -150,6 +159,16 @@ TEST_F(NorthwindWizard, WalkByEventsGivesTheRowsOfTheScript) {
     ASSERT_TRUE(Copy("script.mdb"));
     ScriptedPage page(NorthwindScript());
     Configure(page);
+    EXPECT_EQ(IndexRows(), byForm);
+    EXPECT_EQ(RelationRows(), linksByForm);
+    std::set<std::string> kinds;  // of the pages that Back was pressed on
+    const Lines script = NorthwindScript();
+    for (std::size_t i = 0; i < script.size(); ++i)
+        if (script[i] == "back") kinds.insert(page.shown[i].substr(0, page.shown[i].find(' ')));
+    EXPECT_EQ(kinds.size(), static_cast<std::size_t>(WizardQuestion::LinkColumns) + 1);
+
+    ASSERT_TRUE(Copy("replayed.mdb"));
+    ConfigureByAnswers(*engine_->OpenDatabase(path_), path_, ParseAnswers(recorded, "recorded"));
     EXPECT_EQ(IndexRows(), byForm);
     EXPECT_EQ(RelationRows(), linksByForm);
 }
