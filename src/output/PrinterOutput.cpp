@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "model/DesignGrid.h"
 #include "platform/Paths.h"
 #include "platform/Text.h"
 
@@ -34,6 +35,13 @@ PageRole RoleOf(Band band) {
             return PageRole::GrandTotal;
     }
     return PageRole::Detail;
+}
+
+/// A report on other paper than its layout asks for is told, not found out at the printer.
+void WarnOfPaper(int paperNumber, UserInterface& user) {
+    PaperInches known;
+    if (FindPaper(paperNumber, known)) return;
+    user.Warn("The layout's paper number " + std::to_string(paperNumber) + " isn't known; Letter is used instead.");
 }
 
 std::string TitleOf(const Layout& layout) {
@@ -78,6 +86,7 @@ bool PrinterOutput::Open(const OutputContext& context) {
     target_->SetPaperSize(context.layout.settings.intPaperSize);
     // A label sheet is measured by its maker from the edges of the paper, whatever a printer can reach.
     if (context.layout.settings.boolLabels) target_->SetOrigin(PageOrigin::Sheet);
+    WarnOfPaper(context.layout.settings.intPaperSize, context.user);
     ReplaceMissingFonts(context);
     for (const clssFields& item : context.layout.Fields) {
         const FontId font = target_->Font(FontOf(item));

@@ -196,6 +196,18 @@ TEST(PrinterOutput, MissingFontsBecomeTheDefaultAndStaySo) {
     EXPECT_EQ(scene.user.warnings.size(), 1U);
 }
 
+TEST(PrinterOutput, PaperThatIsNotKnownIsTold) {
+    Scene scene(columns, Numbered(1));
+    scene.Add(City, 0, 0, 4).PrimarySort = true;
+    scene.layout.settings.intPaperSize = 41;
+    RunOn(scene);
+    EXPECT_TRUE(scene.user.warnings.empty());
+    scene.layout.settings.intPaperSize = 9;
+    RunOn(scene);
+    ASSERT_EQ(scene.user.warnings.size(), 1U);
+    EXPECT_NE(scene.user.warnings[0].find("paper number 9"), std::string::npos) << scene.user.warnings[0];
+}
+
 TEST(PrinterOutput, LabelsRunAcrossThenDownThenToANewSheet) {
     for (const Walk walk : {Walk::OnePass, Walk::Groups}) {
         Scene scene(columns, Numbered(5));
