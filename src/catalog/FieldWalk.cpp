@@ -59,6 +59,7 @@ FieldWalk::Step FieldWalk::Take(Step step) {
         case Step::FormulaQuestion:
             return AskFormulaQuestion();
         case Step::NextFormula:
+            if (IsFull()) return TellFull("a formula of the field " + Quoted(F().Name));
             ++formulaCount_;
             ++formulaNumber_;
             return Step::FormulaList;
@@ -93,8 +94,7 @@ FieldWalk::Step FieldWalk::AskTable() {
 }
 
 FieldWalk::Step FieldWalk::AskInclude() {
-    // Nobody is asked for answers that can't become a row.
-    if (lastId_ >= ItemCode::LastCatalog) return TellFull("the field " + Quoted(F().Name));
+    if (IsFull()) return TellFull("the field " + Quoted(F().Name));
     const WizardResponse response =
         pages_.AskYesNo(Topic(WizardQuestion::Include), wizard::IncludePage(table_.Name, F().Name), WizardResponse::Yes,
                         wizard::CheckName("The field", F().Name));
@@ -146,6 +146,7 @@ FieldWalk::Step FieldWalk::ChooseByType() {
 }
 
 FieldWalk::Step FieldWalk::AskDateMask() {
+    if (IsFull()) return TellFull("a mask of the field " + Quoted(F().Name));
     const std::string_view proposed = proposedDateMasks[maskPass_ - 1];
     const auto rowOf = [&](std::string_view mask) { return DateRow(table_.Name, F(), description_, mask); };
     const WizardResponse response =
@@ -187,6 +188,7 @@ FieldWalk::Step FieldWalk::AskMaskCount() {
 }
 
 FieldWalk::Step FieldWalk::AskTextDateMask() {
+    if (IsFull()) return TellFull("a mask of the field " + Quoted(F().Name));
     std::optional<std::string_view> proposed;
     if (maskPass_ <= dateMasks) proposed = proposedDateMasks[maskPass_ - 1];
     const auto rowOf = [&](std::string_view mask) { return TextDateRow(table_.Name, F(), description_, mask); };
@@ -360,6 +362,8 @@ FieldWalk::Step FieldWalk::WriteAndGo(CatalogRow row, Step next) {
     nextId_ = row.id + 1;
     return next;
 }
+
+bool FieldWalk::IsFull() const { return lastId_ >= ItemCode::LastCatalog; }
 
 FieldWalk::Step FieldWalk::TellFull(const std::string& next) {
     pages_.Tell("The catalog is full: a report can select " + std::to_string(ItemCode::LastCatalog) + " entries, and " +

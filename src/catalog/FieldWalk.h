@@ -86,6 +86,8 @@ private:
     const Field& F() const { return table_.Fields[field_]; }
     WizardTopic Topic(WizardQuestion question, int pass = 1) const;
     Step WriteAndGo(CatalogRow row, Step next);
+    /// Looked at before each page that leads to a row: nobody gives answers that can't become one.
+    bool IsFull() const;
     /// `next` is what there is no room for.
     Step TellFull(const std::string& next);
     void UndoRow();

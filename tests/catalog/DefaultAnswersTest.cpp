@@ -180,10 +180,11 @@ TEST(DefaultAnswers, StopAtTheLastRowThatAReportCanSelect) {
     ASSERT_EQ(file.records["Report - Index"].size(), 899U);
     EXPECT_EQ(file.Record("Report - Index", 898)["ID"], "899");
     EXPECT_EQ(file.Record("Report - Index", 898)["Text"], "Day (mm/dd)");
-    EXPECT_EQ(report.notes,
-              std::vector<std::string>{
-                  "The catalog is full: a report can select 899 entries, and \"Day (mmmm dd, yyyy)\" would come next. "
-                  "All entries so far are kept; no more fields are asked for."});
+    EXPECT_EQ(
+        report.notes,
+        std::vector<std::string>{
+            "The catalog is full: a report can select 899 entries, and a mask of the field \"Day\" would come next. "
+            "All entries so far are kept; no more fields are asked for."});
 }
 
 }  // namespace

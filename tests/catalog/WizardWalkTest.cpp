@@ -479,14 +479,14 @@ TEST(FullCatalog, EndsTheFieldsAndGoesOnToTheLinks) {
     testing::MemoryDatabase database(file);
     Lines answers = {"yes", "yes", "yes", "next", "yes", "=898"};
     answers.insert(answers.end(), 898, "=d");
-    for (const char* answer :
-         {"no", "yes", "yes", "next", "next", "yes", "=Sum(Field)", "next", "=Total", "next", "no"})
+    for (const char* answer : {"no", "yes", "yes", "next", "next", "yes", "no"})
         answers.emplace_back(answer);  // the last is for the link
     ScriptedPage page(answers);
     testing::ListeningUser user;
     WizardWalk walk(page, user);
     CompleteCatalog(database, "/a.mdb", user, walk, OnFailure::Warn);
-    EXPECT_EQ(user.told, Lines{"The catalog is full: a report can select 899 entries, and \"N\" would come next. All "
+    EXPECT_EQ(user.told, Lines{"The catalog is full: a report can select 899 entries, and a formula of the "
+                               "field \"N\" would come next. All "
                                "entries so far are kept; no more fields are asked for."});
     EXPECT_EQ(user.warnings, Lines{});
     EXPECT_EQ(file.records["Report - Index"].size(), 899U);
