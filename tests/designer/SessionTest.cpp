@@ -100,16 +100,20 @@ TEST_F(Session, FromAnEmptyScreenToAPrintedReport) {
     Key(Qt::Key_N, Qt::ControlModifier);
     {
         const Driver driver({[](QWidget& window) {
-            ClickLeaves(window, {{"Customers", "Country"}, {"Customers", "Company"}, {"Date/Time/Page", "Page #"}});
+            ClickLeaves(window, {{"Customers", "Country"},
+                                 {"Customers", "Company"},
+                                 {"Date/Time/Page", "Page #"},
+                                 {"Customers", "Credit Limit"}});
         }});
         Choose("Ins_0");
     }
-    ASSERT_EQ(layout.Fields.Count(), 3);
+    ASSERT_EQ(layout.Fields.Count(), 4);
+    MoveTo(ItemCalled("Credit Limit").Index, 2, 8);
     {
         const Driver driver({[](QWidget& window) { EnterText(window, "Customers by country", true); }});
         Choose("Ins_1");
     }
-    ASSERT_EQ(layout.Fields.Count(), 4);
+    ASSERT_EQ(layout.Fields.Count(), 5);
 
     // Heading above, data below.
     const int country = ItemCalled("Country").Index;
@@ -120,6 +124,7 @@ TEST_F(Session, FromAnEmptyScreenToAPrintedReport) {
     MoveTo(country, 2, 4);
     MoveTo(page, 60, 0);
     MoveTo(heading, 2, 0);
+    MoveTo(ItemCalled("Credit Limit").Index, 66, 4);
     EXPECT_EQ(ItemCalled("Company").Left, 24);
     EXPECT_EQ(ItemCalled("Company").Top, 4);
     EXPECT_EQ(ItemCalled("Customers by country").Top, 0);
@@ -134,16 +139,21 @@ TEST_F(Session, FromAnEmptyScreenToAPrintedReport) {
     EXPECT_TRUE(ItemCalled("Company").FontBold);
     EXPECT_EQ(ItemCalled("Company").FontForeColor, 1);
 
-    // Sorted by country, companies by name; the options open by the other button.
-    for (const auto& [left, box2] : {std::pair{2.5, "Chk_2"}, std::pair{24.5, "Chk_3"}}) {
-        const Driver driver({[box2 = box2](QWidget& window) {
-            quillform::Click(Named<QCheckBox>(window, box2));
+    // Sorted by country, companies by name, limits added up; the options open by the other button.
+    const std::pair<double, std::vector<const char*>> options[] = {
+        {2.5, {"Chk_2"}}, {24.5, {"Chk_3"}}, {66.5, {"Chk_0", "Chk_1"}}};
+    for (const auto& [left, checks] : options) {
+        const Driver driver({[&checks = checks](QWidget& window) {
+            for (const char* const check : checks)
+                QTest::mouseClick(&Named<QCheckBox>(window, check), Qt::LeftButton, {}, {8, 8});
             quillform::Click(Named<QPushButton>(window, "DoneCmd"));
         }});
         Click(left, 4.5, Qt::RightButton);
     }
     EXPECT_TRUE(ItemCalled("Country").PrimarySort);
     EXPECT_TRUE(ItemCalled("Company").SecondarySort);
+    EXPECT_TRUE(ItemCalled("Credit Limit").SubTotalFlag1);
+    EXPECT_TRUE(ItemCalled("Credit Limit").GrandTotalFlag);
 
     user.chosen = folder.File("CUSTOMERS.REP");
     Key(Qt::Key_S, Qt::ControlModifier);
@@ -152,7 +162,7 @@ TEST_F(Session, FromAnEmptyScreenToAPrintedReport) {
     saved.ClearLayout();
     const auto measure = print::MakeTextMeasure();
     ASSERT_TRUE(LoadLayout(folder.File("CUSTOMERS.REP"), saved, *measure, user));
-    EXPECT_EQ(saved.Fields.Count(), 4);
+    EXPECT_EQ(saved.Fields.Count(), 5);
 
     // The printer's pages, in a file.
     user.messages.clear();
@@ -187,6 +197,10 @@ TEST_F(Session, FromAnEmptyScreenToAPrintedReport) {
 
     // Both show every customer of the database.
     const auto database = engine->OpenDatabase(layout.strAppPath + "Sample.mdb", Access::ReadOnly);
+    const auto limits = database->OpenRecordset("SELECT Sum([Credit Limit]) FROM Customers", RecordsetType::Snapshot);
+    std::string digits = text;
+    std::erase(digits, ',');
+    EXPECT_NE(digits.find(limits->Text(0)), std::string::npos) << limits->Text(0);
     const auto customers = database->OpenRecordset("SELECT [Company Name] FROM Customers", RecordsetType::Snapshot);
     ASSERT_TRUE(customers->HasRows());
     for (; !customers->IsEOF(); customers->MoveNext()) {
