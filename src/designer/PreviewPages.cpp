@@ -46,17 +46,19 @@ std::string PreviewPages::Text() const { return richtext::PlainText(document_); 
 void PreviewPages::LayOutMore() {
     QElapsedTimer timer;
     timer.start();
-    while (flow_ && timer.elapsed() < sliceLength) {
+    bool isDone = !flow_;
+    while (!isDone && timer.elapsed() < sliceLength) {
         PlacedPage next;
-        if (!flow_->Next(next.sheet)) {
-            flow_.reset();
-            break;
-        }
+        isDone = !flow_->Next(next.sheet);
+        if (isDone) break;
         if (!pages_.empty()) next.top = pages_.back().top + pages_.back().sheet.geometry.height + pageGap;
         pages_.push_back(std::move(next));
-        pageFonts_ = flow_->Fonts();
     }
-    if (!flow_) idle_->stop();
+    if (flow_) pageFonts_ = flow_->Fonts();
+    if (isDone) {
+        flow_.reset();
+        idle_->stop();
+    }
     PlacePages();
 }
 

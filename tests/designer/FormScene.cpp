@@ -2,6 +2,7 @@
 // After the test framework, which the scene is made of.
 #include <QToolButton>
 
+#include "PlainItem.h"
 #include "designer/FormScene.h"
 
 namespace quillform::designer::testing {
@@ -44,16 +45,7 @@ std::vector<print::Printer> FormScene::Printers() const {
 }
 
 clssFields& FormScene::Add(float left, float top, int length, std::string text, int code) {
-    clssFields item;
-    item.Code = static_cast<std::int16_t>(code);
-    item.Left = left;
-    item.Top = top;
-    item.Length = static_cast<std::int16_t>(length);
-    item.Text = std::move(text);
-    item.FontName = "Courier New";
-    item.FontSize = 10;
-    item.FontBackColor = 15;
-    item.FontAllignment = "L";
+    clssFields item = PlainItem(left, top, length, std::move(text), code, "Courier New");
     item.Index = form->Surface().LowestFreeIndex();
     layout.pictures[item.Index] = {static_cast<float>(length), 1};
     clssFields& added = layout.Fields.Add(item);

@@ -4,6 +4,7 @@
 #include <string>
 #include <utility>
 
+#include "PlainItem.h"
 #include "designer/DesignSurface.h"
 #include "platform/Text.h"
 
@@ -37,16 +38,7 @@ struct Scene {
     Scene() { surface.ClearLayout(); }
 
     clssFields& Add(float left, float top, int length, std::string text = "Text", int code = 1) {
-        clssFields item;
-        item.Code = static_cast<std::int16_t>(code);
-        item.Left = left;
-        item.Top = top;
-        item.Length = static_cast<std::int16_t>(length);
-        item.Text = std::move(text);
-        item.FontName = "Times New Roman";
-        item.FontSize = 10;
-        item.FontBackColor = 15;
-        item.FontAllignment = "L";
+        clssFields item = PlainItem(left, top, length, std::move(text), code, "Times New Roman");
         item.Index = surface.LowestFreeIndex();
         layout.pictures[item.Index] = MeasureItem(item, measure);
         clssFields& added = layout.Fields.Add(item);

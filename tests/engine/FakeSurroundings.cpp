@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "PlainItem.h"
+
 namespace quillform::testing {
 
 namespace {
@@ -96,16 +98,7 @@ Scene::Scene(std::vector<Field> fields, Rows rows) {
 }
 
 clssFields& Scene::Add(int code, float top, float left, int length, std::string text) {
-    clssFields item;
-    item.Code = static_cast<std::int16_t>(code);
-    item.Top = top;
-    item.Left = left;
-    item.Length = static_cast<std::int16_t>(length);
-    item.Text = std::move(text);
-    item.FontName = "Times New Roman";
-    item.FontSize = 10;
-    item.FontBackColor = 15;
-    item.FontAllignment = "L";
+    clssFields item = PlainItem(left, top, length, std::move(text), code, "Times New Roman");
     item.Index = static_cast<std::int16_t>(layout.Fields.Count() + 1);
     return layout.Fields.Add(item);
 }
