@@ -8,35 +8,13 @@
 #include <vector>
 
 #include "ScratchFolder.h"
+#include "ScriptedUser.h"
 #include "data/Engine.h"
 #include "designer/SurfaceFrame.h"
 #include "designer/frmCustomReport.h"
 #include "desktop/Driver.h"
 
 namespace quillform::designer::testing {
-
-/// Answers as the test has written them down before.
-class ScriptedUser final : public UserInterface {
-public:
-    void Message(std::string_view text, std::string_view) override { messages.emplace_back(text); }
-    bool Ask(std::string_view question, std::string_view, MessageIcon) override {
-        questions.emplace_back(question);
-        return answer;
-    }
-    void Warn(std::string_view text) override { warnings.emplace_back(text); }
-    std::optional<std::string> SaveDialog(const FileDialog& dialog) override { return Choose(dialog); }
-    std::optional<std::string> OpenDialog(const FileDialog& dialog) override { return Choose(dialog); }
-
-    std::optional<std::string> chosen;  ///< in the next file dialogs; empty is a cancel
-    bool answer = false;
-    std::vector<std::string> messages, questions, warnings, titles;
-
-private:
-    std::optional<std::string> Choose(const FileDialog& dialog) {
-        titles.push_back(dialog.title);
-        return chosen;
-    }
-};
 
 /// The main form on the screen, over a folder of its own that is the program's.
 class FormScene : public ::testing::Test {
