@@ -123,6 +123,20 @@ TEST_P(SharingTest, ReadOnlyFilesAndFoldersAreReadAndNotWritten) {
     std::filesystem::permissions(folder_.Path(), perms::owner_all);
 }
 
+TEST_P(SharingTest, AFileThatIsGoneOrAnotherTakesNoRows) {
+    const std::filesystem::path aside = Path() + ".aside";
+    const auto rows = Open("Towns");
+    const auto add = [&] { AddRow(*rows, {"Ulm", "89073", "0"}); };
+    std::filesystem::rename(Path(), aside);
+    EXPECT_NE(NumberOf(add), ErrorNumber{});
+    std::filesystem::copy_file(aside, Path());
+    EXPECT_NE(NumberOf(add), ErrorNumber{});
+    EXPECT_EQ(Dump(*engine_->OpenDatabase(Path()), "SELECT Town FROM Towns"), "Bonn / Trier / Kiel");
+    std::filesystem::rename(aside, Path());
+    add();
+    EXPECT_EQ(Dump(*database_, "SELECT Town FROM Towns"), "Bonn / Trier / Kiel / Ulm");
+}
+
 TEST_P(SharingTest, DuplicateKeysAreRefusedBeforeAnythingIsWritten) {
     TableDef table = MakeTable("Keys", {MakeField("ID", FieldType::Long), MakeField("Name", FieldType::Text, 20)});
     table.Indexes = {{"PrimaryKey", {{"ID", false}}, true, true, false, false, true},

@@ -1,6 +1,7 @@
 #include "data/jet/DiskFile.h"
 
 #include <fcntl.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include <cerrno>
@@ -95,9 +96,22 @@ void DiskFile::RefuseIfAccessHasIt() const {
         FailLocked(path_, ("Access (the file \"" + lockFile.filename().string() + "\" says so)").c_str());
 }
 
+/// An open file lives on without a name, and what is written to it then is lost with the last handle.
+void DiskFile::RefuseIfGone() const {
+    struct stat named {};
+    struct stat opened {};
+    if (::stat(path_.c_str(), &named) == 0 && ::fstat(file_.Descriptor(), &opened) == 0 &&
+        named.st_dev == opened.st_dev && named.st_ino == opened.st_ino)
+        return;
+    throw RunTimeError(ErrorNumber::FileMissing, "The database \"" + path_.string() +
+                                                     "\" was deleted, moved or replaced since it was opened; nothing "
+                                                     "can be stored.");
+}
+
 void DiskFile::StartWriting() {
     if (isReadOnly_)
         throw RunTimeError(ErrorNumber::ReadOnly, "The database \"" + path_.string() + "\" can only be read.");
+    RefuseIfGone();
     if (::access(path_.parent_path().empty() ? "." : path_.parent_path().c_str(), W_OK) != 0)
         throw RunTimeError(ErrorNumber::ReadOnly, "The database \"" + path_.string() +
                                                       "\" can only be read: nothing can be written to its folder.");

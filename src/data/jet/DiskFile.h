@@ -28,6 +28,7 @@ private:
     bool TryLock(Lock kind);
     bool WaitForLock(Lock kind);
     void Recover();
+    void RefuseIfGone() const;
     void RefuseIfAccessHasIt() const;
 
     std::filesystem::path path_;
