@@ -46,8 +46,6 @@ struct DesignerForms {
 
     /// Shows the file of a screen report; without it the user is told where the file is.
     std::function<void(QWidget& owner, const std::filesystem::path& file)> preview;
-    /// Shows frmStockCodeTable after "Exit"; without it the program ends.
-    std::function<void()> startForm;
     /// CheckDatabaseforReportData: tells of a report database that is gone, and leads through the configuration of one
     /// that has no catalog.
     std::function<void()> checkDatabase;

@@ -14,7 +14,7 @@ namespace {
 struct Opener {
     DesktopUser& user;
 
-    cli::ExitCode operator()(const cli::OpenDesktop& request) const { return OpenDesigner(user, request.layout); }
+    cli::ExitCode operator()(const cli::OpenDesktop& request) const { return RunDesignerProgram(user, request.layout); }
     cli::ExitCode operator()(const cli::ConfigureInWindows& request) const {
         const SystemClock clock;
         const std::unique_ptr<DBEngine> engine = data::MakeEngine(clock);

@@ -1,0 +1,7 @@
+#include "desktop/DialogForms.h"
+
+namespace quillform {
+
+void OfferDialogForms(const designer::DesignerServices&, designer::DesignerForms&) {}
+
+}  // namespace quillform

@@ -1,0 +1,204 @@
+#include "dialogs/frmStockCodeTable.h"
+
+#include <QApplication>
+#include <QBoxLayout>
+#include <QCloseEvent>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QSignalBlocker>
+#include <QTimer>
+#include <utility>
+
+#include "dialogs/frmDataControl.h"
+#include "dialogs/frmMeasureBoxes.h"
+#include "support/frmControls.h"
+#include "support/frmSizeForm.h"
+#include "support/frmText.h"
+
+namespace quillform::dialogs {
+
+namespace {
+
+struct BoundBox {
+    const char* label;
+    const char* column;
+    int limit;     ///< characters
+    double width;  ///< twips
+};
+
+constexpr int noLimit = 32767;
+constexpr BoundBox boxes[] = {
+    {"Stock Code:", "Stock Code", 15, 2400},
+    {"Stock Code Description:", "Stock Code Description", 30, 4200},
+    {"Quantity On Hand:", "Quantity On Hand", noLimit, 1800},
+    {"Total Cost:", "Total Cost", noLimit, 1800},
+    {"Account #:", "Account #", 7, 1200},
+};
+
+std::vector<std::string> Columns() {
+    std::vector<std::string> columns;
+    for (const BoundBox& box : boxes) columns.emplace_back(box.column);
+    return columns;
+}
+
+}  // namespace
+
+frmStockCodeTable::frmStockCodeTable(std::string databasePath, UserInterface& user, DBEngine& engine, QWidget* parent)
+    : QWidget(parent, Qt::Window),
+      user_(user),
+      datPrimaryRS_(engine, {std::move(databasePath), "select * from [Stock Code Table]", Columns()},
+                    {[this] { datPrimaryRS_Validate(); }, [this] { datPrimaryRS_Reposition(); },
+                     [this](const RunTimeError& DataErr) { datPrimaryRS_Error(DataErr); }}) {
+    setObjectName(QStringLiteral("frmStockCodeTable"));
+    setWindowTitle(QStringLiteral("Stock Code Table"));
+    bar_ = new frmDataControl("datPrimaryRS", datPrimaryRS_);
+    auto* const frmReports = NewButton("frmReports", "Reports");
+    frmReports->setAutoDefault(true);
+    frmReports->setIcon(QApplication::windowIcon());
+    frmReports->setToolTip(QStringLiteral("Opens the report designer"));
+    connect(frmReports, &QPushButton::clicked, this, &frmStockCodeTable::frmReports_Click);
+
+    auto* const rows = new QVBoxLayout(this);
+    rows->addWidget(MakeBoxes());
+    rows->addWidget(bar_);
+    rows->addStretch(1);
+    rows->addWidget(frmReports);
+    rows->addWidget(MakeButtons());
+    ShowRecord();
+    resize(sizeHint());
+    SizeForm(*this);
+}
+
+frmStockCodeTable::~frmStockCodeTable() { SetMousePointer(false); }
+
+QWidget* frmStockCodeTable::MakeBoxes() {
+    auto* const table = new QWidget;
+    auto* const cells = new QGridLayout(table);
+    cells->setContentsMargins(0, 0, 0, 0);
+    for (std::size_t i = 0; i < boxCount; ++i) {
+        const int row = static_cast<int>(i);
+        const QString text = QString::fromLatin1(boxes[i].label);
+        auto* const label = new QLabel(text);
+        label->setObjectName(QStringLiteral("lblLabels_%1").arg(i));
+        auto* const box = new QLineEdit;
+        box->setObjectName(QStringLiteral("txtFields_%1").arg(i));
+        box->setAccessibleName(text.chopped(1));
+        box->setMaxLength(boxes[i].limit);
+        box->setFixedWidth(TwipScale::ToPixels(boxes[i].width));
+        label->setBuddy(box);
+        cells->addWidget(label, row, 0);
+        cells->addWidget(box, row, 1, Qt::AlignLeft);
+        connect(box, &QLineEdit::textChanged, this,
+                [this, i](const QString& typed) { datPrimaryRS_.SetText(i, FromQt(typed)); });
+        connect(box, &QLineEdit::returnPressed, this, &frmStockCodeTable::cmdUpdate_Click);
+        txtFields_[i] = box;
+    }
+    cells->setColumnStretch(1, 1);
+    readOnlyNote_ = new QLabel(QStringLiteral("The database can only be read."));
+    cells->addWidget(readOnlyNote_, static_cast<int>(boxCount), 1);
+    return table;
+}
+
+QWidget* frmStockCodeTable::MakeButtons() {
+    auto* const picButtons = new QWidget;
+    picButtons->setObjectName(QStringLiteral("picButtons"));
+    auto* const row = new QHBoxLayout(picButtons);
+    row->setContentsMargins(0, 0, 0, 0);
+    const auto add = [&](const char* name, const char* caption, void (frmStockCodeTable::*click)()) {
+        auto* const button = NewButton(name, caption);
+        button->setAutoDefault(true);
+        connect(button, &QPushButton::clicked, this, click);
+        row->addWidget(button);
+        return button;
+    };
+    add("cmdAdd", "&Add", &frmStockCodeTable::cmdAdd_Click);
+    cmdDelete_ = add("cmdDelete", "&Delete", &frmStockCodeTable::cmdDelete_Click);
+    add("cmdRefresh", "&Refresh", &frmStockCodeTable::cmdRefresh_Click);
+    cmdUpdate_ = add("cmdUpdate", "&Update", &frmStockCodeTable::cmdUpdate_Click);
+    add("cmdClose", "&Close", &frmStockCodeTable::cmdClose_Click);
+    return picButtons;
+}
+
+void frmStockCodeTable::showEvent(QShowEvent* event) {
+    QWidget::showEvent(event);
+    // After the form stands on the screen, because a failure is told over it.
+    if (!std::exchange(wasShown_, true)) QTimer::singleShot(0, this, &frmStockCodeTable::cmdRefresh_Click);
+}
+
+void frmStockCodeTable::cmdAdd_Click() {
+    datPrimaryRS_.AddNew();
+    if (datPrimaryRS_.IsAdding()) txtFields_[0]->setFocus();
+}
+
+void frmStockCodeTable::cmdClose_Click() {
+    SetMousePointer(false);
+    close();
+}
+
+void frmStockCodeTable::frmReports_Click() {
+    byReports_ = true;
+    if (!close()) byReports_ = false;
+}
+
+void frmStockCodeTable::datPrimaryRS_Reposition() {
+    SetMousePointer(false);
+    ShowRecord();
+}
+
+void frmStockCodeTable::datPrimaryRS_Validate() { SetMousePointer(true); }
+
+/// No Reposition follows where nothing moved.
+void frmStockCodeTable::datPrimaryRS_Error(const RunTimeError& DataErr) {
+    SetMousePointer(false);
+    ShowRecord();
+    user_.Message("Data error event hit err:" + std::string(DataErr.what()));
+}
+
+void frmStockCodeTable::Form_Unload(bool& Cancel) {
+    SetMousePointer(false);
+    if (datPrimaryRS_.SaveChanges()) return;
+    Cancel = !user_.Ask("The record isn't stored.  Leave without it?", FromQt(windowTitle()));
+}
+
+void frmStockCodeTable::closeEvent(QCloseEvent* event) {
+    bool Cancel = false;
+    Form_Unload(Cancel);
+    event->setAccepted(!Cancel);
+    if (!Cancel) Q_EMIT Unloaded(byReports_);
+}
+
+void frmStockCodeTable::keyPressEvent(QKeyEvent* event) {
+    if (event->key() != Qt::Key_Escape) return QWidget::keyPressEvent(event);
+    if (datPrimaryRS_.IsAdding() || datPrimaryRS_.IsChanged()) return datPrimaryRS_.UpdateControls();
+    cmdClose_Click();
+}
+
+void frmStockCodeTable::ShowRecord() {
+    const bool hasRecord = datPrimaryRS_.HasRecord();
+    for (std::size_t i = 0; i < boxCount; ++i) {
+        QLineEdit& box = *txtFields_[i];
+        const QSignalBlocker notTyped(box);
+        // The cursor stays in a text that stays.
+        if (FromQt(box.text()) != datPrimaryRS_.Text(i)) ShowWhole(box, datPrimaryRS_.Text(i), boxes[i].limit);
+        box.setEnabled(hasRecord);
+        box.setReadOnly(datPrimaryRS_.IsReadOnly());
+    }
+    readOnlyNote_->setVisible(hasRecord && datPrimaryRS_.IsReadOnly());
+    cmdDelete_->setEnabled(hasRecord);
+    cmdUpdate_->setEnabled(hasRecord);
+    bar_->Follow();
+    const std::int64_t position = datPrimaryRS_.AbsolutePosition();
+    if (datPrimaryRS_.IsAdding())
+        bar_->SetCaption(QStringLiteral("New record"));
+    else
+        bar_->SetCaption(position < 0 ? QStringLiteral("No records") : QStringLiteral("Record: %1").arg(position + 1));
+}
+
+void frmStockCodeTable::SetMousePointer(bool isHourglass) {
+    if (isHourglass == std::exchange(isHourglass_, isHourglass)) return;
+    isHourglass ? QApplication::setOverrideCursor(Qt::WaitCursor) : QApplication::restoreOverrideCursor();
+}
+
+}  // namespace quillform::dialogs
