@@ -3,7 +3,6 @@
 #include <QBoxLayout>
 #include <QFocusEvent>
 #include <QIcon>
-#include <QKeyEvent>
 #include <QLineEdit>
 #include <QTreeWidget>
 #include <optional>
@@ -12,6 +11,7 @@
 #include "platform/Numbers.h"
 #include "platform/Text.h"
 #include "support/frmControls.h"
+#include "support/frmFieldTree.h"
 #include "support/frmSizeForm.h"
 #include "support/frmText.h"
 
@@ -46,34 +46,21 @@ frmDataFields::frmDataFields(DesignSurface& surface, DesignerServices services, 
       surface_(surface),
       services_(std::move(services)),
       fields_(surface, [this] { services_.user.Message("Moving to next line"); }),
-      SSTree1_(new QTreeWidget),
-      find_(new QLineEdit) {
+      SSTree1_(NewFieldTree("Fields that can be reported")) {
     setObjectName(QStringLiteral("frmDataFields"));
     setWindowTitle(QStringLiteral("Insert/Remove Data Field"));
-    find_->setObjectName(QStringLiteral("find"));
-    find_->setPlaceholderText(QStringLiteral("Find a field"));
-    find_->setAccessibleName(find_->placeholderText());
-    find_->setClearButtonEnabled(true);
-    SSTree1_->setObjectName(QStringLiteral("SSTree1"));
-    SSTree1_->setAccessibleName(QStringLiteral("Fields that can be reported"));
-    SSTree1_->setHeaderHidden(true);
-    SSTree1_->setUniformRowHeights(true);
-    SSTree1_->setExpandsOnDoubleClick(false);
-    SSTree1_->installEventFilter(this);
     auto* const DoneCmd = NewButton("DoneCmd", "&Done");
 
     auto* const buttons = new QHBoxLayout;
     buttons->addStretch(1);
     buttons->addWidget(DoneCmd);
     auto* const rows = new QVBoxLayout(this);
-    rows->addWidget(find_);
+    rows->addWidget(NewFieldSearch(*SSTree1_));
     rows->addWidget(SSTree1_, 1);
     rows->addLayout(buttons);
-    setTabOrder(find_, SSTree1_);
     SSTree1_->setFocus();
 
-    connect(find_, &QLineEdit::textChanged, this, &frmDataFields::Filter);
-    connect(SSTree1_, &QTreeWidget::itemClicked, this, [this](QTreeWidgetItem* node) { SSTree1_NodeClick(node); });
+    OnNodeClick(*SSTree1_, [this](QTreeWidgetItem& node) { SSTree1_NodeClick(&node); });
     connect(DoneCmd, &QPushButton::clicked, this, &frmDataFields::DoneCmd_Click);
     resize(TwipScale::ToPixels(formWidth), TwipScale::ToPixels(formHeight));
     SizeForm(*this);
@@ -83,7 +70,7 @@ int frmDataFields::exec() { return Form_Activate() ? QDialog::exec() : Rejected;
 
 bool frmDataFields::Form_Activate() {
     try {
-        const auto database = OpenReportDatabase();
+        const auto database = OpenReportDatabase(surface_.Report(), services_.engine);
         const auto rows = database->OpenRecordset("SELECT ID, Text, Table FROM [Report - Index] ORDER BY Table, Text",
                                                   RecordsetType::Snapshot);
         SSTree1_->clear();
@@ -97,12 +84,6 @@ bool frmDataFields::Form_Activate() {
     QTreeWidgetItem* const root = AddRoot(std::string(looseRoot));
     for (const FieldChoice& loose : LooseFields()) AddLeaf(*root, loose.code, loose.text);
     return true;
-}
-
-std::unique_ptr<Database> frmDataFields::OpenReportDatabase() const {
-    const std::optional<ResolvedPath> found = FindReportDatabase(surface_.Report());
-    if (!found) throw RunTimeError(ErrorNumber::FileMissing, "The report database isn't there.");
-    return services_.engine.OpenDatabase(found->path.string(), Access::ReadOnly);
 }
 
 void frmDataFields::AddRows(Recordset& rows) {
@@ -168,7 +149,7 @@ bool frmDataFields::FindChoice(int code, FieldChoice& choice) const {
         return true;
     }
     try {
-        const auto database = OpenReportDatabase();
+        const auto database = OpenReportDatabase(surface_.Report(), services_.engine);
         const auto row = database->OpenRecordset(
             "SELECT ID, Text, [Default Length], Mask FROM [Report - Index] WHERE ID = " + std::to_string(code),
             RecordsetType::Snapshot);
@@ -182,34 +163,6 @@ bool frmDataFields::FindChoice(int code, FieldChoice& choice) const {
         services_.user.Message(error.what());
         return false;
     }
-}
-
-/// Shows the leaves whose text holds what is wanted, and opens their tables.
-void frmDataFields::Filter(const QString& wanted) {
-    for (int i = 0; i < SSTree1_->topLevelItemCount(); ++i) {
-        QTreeWidgetItem& root = *SSTree1_->topLevelItem(i);
-        bool isShown = wanted.isEmpty();
-        for (int j = 0; j < root.childCount(); ++j) {
-            QTreeWidgetItem& leaf = *root.child(j);
-            const bool isWanted = leaf.text(0).contains(wanted, Qt::CaseInsensitive);
-            leaf.setHidden(!isWanted);
-            isShown |= isWanted;
-        }
-        root.setHidden(!isShown);
-        if (!wanted.isEmpty()) root.setExpanded(isShown);
-    }
-}
-
-bool frmDataFields::eventFilter(QObject* watched, QEvent* event) {
-    if (watched == SSTree1_ && event->type() == QEvent::KeyPress) {
-        const int key = static_cast<QKeyEvent*>(event)->key();
-        const bool isClick = key == Qt::Key_Return || key == Qt::Key_Enter || key == Qt::Key_Space;
-        if (isClick && SSTree1_->currentItem() != nullptr) {
-            SSTree1_NodeClick(SSTree1_->currentItem());
-            return true;
-        }
-    }
-    return QDialog::eventFilter(watched, event);
 }
 
 /// The form itself has the focus only where none of its controls can take it, so going to another program ends nothing.

@@ -6,7 +6,6 @@
 #include "designer/DataFields.h"
 #include "designer/DesignerForms.h"
 
-class QLineEdit;
 class QTreeWidget;
 class QTreeWidgetItem;
 
@@ -26,7 +25,6 @@ public:
     int exec() override;
 
 protected:
-    bool eventFilter(QObject* watched, QEvent* event) override;
     void focusOutEvent(QFocusEvent* event) override;
 
 private:
@@ -34,20 +32,16 @@ private:
     void SSTree1_NodeClick(QTreeWidgetItem* node);
     void DoneCmd_Click() { accept(); }
 
-    std::unique_ptr<Database> OpenReportDatabase() const;
     void AddRows(Recordset& rows);
     QTreeWidgetItem* AddRoot(const std::string& text);
     void AddLeaf(QTreeWidgetItem& root, int code, const std::string& text);
     bool FindChoice(int code, FieldChoice& choice) const;
     void ShowWhetherPlaced(QTreeWidgetItem& leaf) const;
-    void Filter(const QString& wanted);
 
     DesignSurface& surface_;
     DesignerServices services_;
     DataFields fields_;
-    // Owned by the form.
-    QTreeWidget* SSTree1_;
-    QLineEdit* find_;
+    QTreeWidget* SSTree1_;  // owned by the form
 };
 
 }  // namespace quillform::designer

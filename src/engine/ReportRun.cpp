@@ -11,6 +11,10 @@ namespace quillform {
 
 namespace {
 
+RunTimeError NoReportDatabase(const Layout& layout) {
+    return {ErrorNumber::FileMissing, "The report database \"" + layout.settings.strDatabase[1] + "\" does not exist."};
+}
+
 /// SetItemTwips with a sentence that names the item.
 void SetTwips(clssFields& item, const ItemSize& size) {
     try {
@@ -123,9 +127,7 @@ void ReportRun::RunReport() {
 void ReportRun::OpenRecords() {
     const double start = surroundings_.clock.Timer();
     const std::optional<std::string> path = FindReportDatabase(layout_, surroundings_.user);
-    if (!path)
-        throw RunTimeError(ErrorNumber::FileMissing,
-                           "The report database \"" + layout_.settings.strDatabase[1] + "\" does not exist.");
+    if (!path) throw NoReportDatabase(layout_);
     database_ = surroundings_.engine.OpenDatabase(*path, Access::ReadOnly);
     catalog_ = Catalog::Read(*database_);
     select_ = BuildReportSelect(layout_.Fields, layout_.Queries, catalog_, JoinRuleOf(layout_.settings.intJoinType));
@@ -263,6 +265,12 @@ std::optional<std::string> FindReportDatabase(const Layout& layout, UserInterfac
         user.Warn("The database \"" + layout.settings.strDatabase[1] + "\" was not found; \"" + found->path.string() +
                   "\" is used instead.");
     return found->path.string();
+}
+
+std::unique_ptr<Database> OpenReportDatabase(const Layout& layout, DBEngine& engine) {
+    const std::optional<ResolvedPath> found = FindReportDatabase(layout);
+    if (!found) throw NoReportDatabase(layout);
+    return engine.OpenDatabase(found->path.string(), Access::ReadOnly);
 }
 
 }  // namespace quillform

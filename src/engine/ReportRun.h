@@ -164,5 +164,7 @@ private:
 std::optional<ResolvedPath> FindReportDatabase(const Layout& layout);
 /// The same for the run that opens it: the user is warned of a substitution.
 std::optional<std::string> FindReportDatabase(const Layout& layout, UserInterface& user);
+/// Opens it for a form that reads; RunTimeError FileMissing if there is none, and what OpenDatabase raises.
+std::unique_ptr<Database> OpenReportDatabase(const Layout& layout, DBEngine& engine);
 
 }  // namespace quillform
