@@ -4,7 +4,6 @@
 #include <optional>
 #include <vector>
 
-#include "persistence/RecordLine.h"
 #include "platform/CodePage.h"
 #include "platform/Numbers.h"
 #include "platform/OutputFile.h"
@@ -52,17 +51,20 @@ int LoadQueries(const std::string& fileName, collQuery& queries) {
     return static_cast<int>(lines.size());
 }
 
-void SaveQueries(const std::string& fileName, const collQuery& queries) {
+SaveLosses SaveQueries(const std::string& fileName, const collQuery& queries) {
     if (!UpperCase(fileName).ends_with(".QRY"))
         throw RunTimeError(ErrorNumber::InvalidArgument, "You must save the Query with an extension of .QRY");
+    SaveLosses losses;
     OutputFile file(TargetPath(fileName));
     for (const clssQuery& query : queries) {
         RecordLineWriter line({});
         line.Unquoted(TrimmedStr(static_cast<double>(query.Code)));
         line.Quoted(query.Operator).Quoted(query.Value).Quoted(query.Join).Quoted(query.Text);
-        file.Write(Cp1252FromUtf8(line.Line() + "\r\n"));
+        file.Write(Cp1252FromUtf8(line.Line() + "\r\n", &losses.lostCharacters));
+        losses.hasReplaced |= line.HasReplaced();
     }
     file.Commit();
+    return losses;
 }
 
 }  // namespace quillform

@@ -3,6 +3,7 @@
 #include <string>
 
 #include "model/collQuery.h"
+#include "persistence/RecordLine.h"
 
 namespace quillform {
 
@@ -13,6 +14,6 @@ int LoadQueries(const std::string& fileName, collQuery& queries);
 
 /// Writes the lines of a collection, whole or not at all. RunTimeError InvalidArgument for a name that doesn't end in
 /// ".QRY" in any case, and the file system's errors.
-void SaveQueries(const std::string& fileName, const collQuery& queries);
+SaveLosses SaveQueries(const std::string& fileName, const collQuery& queries);
 
 }  // namespace quillform

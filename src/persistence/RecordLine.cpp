@@ -49,4 +49,18 @@ RecordLineWriter& RecordLineWriter::Quoted(std::string_view value) {
     return *this;
 }
 
+std::vector<std::string> LossesInWords(const std::string& fileName, std::string_view kindOfFile,
+                                       const SaveLosses& losses) {
+    const std::string head = "\"" + fileName + "\": ";
+    std::vector<std::string> sentences;
+    if (losses.hasReplaced)
+        sentences.push_back(head + std::string(kindOfFile) +
+                            " can't hold double quotes or line ends inside a text; they were saved as apostrophes and "
+                            "blanks.");
+    if (losses.lostCharacters > 0)
+        sentences.push_back(head + std::to_string(losses.lostCharacters) + " characters that " +
+                            std::string(kindOfFile) + " can't hold were saved as \"?\".");
+    return sentences;
+}
+
 }  // namespace quillform

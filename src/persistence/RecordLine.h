@@ -4,6 +4,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace quillform {
 
@@ -26,6 +27,15 @@ private:
     bool isAfterQuote_ = false;  // the last delimiter was a closing quote
     bool isBroken_ = false;
 };
+
+/// What a text file in code page 1252 couldn't keep of what was saved.
+struct SaveLosses {
+    bool hasReplaced = false;        ///< double quotes and line ends inside fields
+    std::size_t lostCharacters = 0;  ///< saved as "?"
+};
+/// For people, one sentence for each kind of loss; `kindOfFile` is "a layout file".
+std::vector<std::string> LossesInWords(const std::string& fileName, std::string_view kindOfFile,
+                                       const SaveLosses& losses);
 
 /// Builds such a line.
 class RecordLineWriter {

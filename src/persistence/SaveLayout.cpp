@@ -90,23 +90,16 @@ std::string LayoutText(const Layout& layout, bool* hasReplaced) {
 }
 
 bool SaveLayout(const std::string& fileName, const Layout& layout, UserInterface& user) {
-    bool hasReplaced = false;
-    std::size_t lostCharacters = 0;
+    SaveLosses losses;
     try {
         OutputFile file(TargetPath(fileName));
-        file.Write(Cp1252FromUtf8(LayoutText(layout, &hasReplaced), &lostCharacters));
+        file.Write(Cp1252FromUtf8(LayoutText(layout, &losses.hasReplaced), &losses.lostCharacters));
         file.Commit();
     } catch (const RunTimeError& error) {
         user.Message("The report layout was not saved.  " + std::string(error.what()));
         return false;
     }
-    if (hasReplaced)
-        user.Warn("\"" + fileName +
-                  "\": a layout file can't hold double quotes or line ends inside a text; they were "
-                  "saved as apostrophes and blanks.");
-    if (lostCharacters > 0)
-        user.Warn("\"" + fileName + "\": " + std::to_string(lostCharacters) +
-                  " characters that a layout file can't hold were saved as \"?\".");
+    for (const std::string& sentence : LossesInWords(fileName, "a layout file", losses)) user.Warn(sentence);
     user.Message("Report Layout Saved");
     return true;
 }
