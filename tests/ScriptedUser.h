@@ -16,12 +16,14 @@ public:
         questions.emplace_back(question);
         return answer;
     }
+    bool AskRetry(std::string_view, std::string_view, MessageIcon) override { return retries; }
     void Warn(std::string_view text) override { warnings.emplace_back(text); }
     std::optional<std::string> SaveDialog(const FileDialog& dialog) override { return Choose(dialog); }
     std::optional<std::string> OpenDialog(const FileDialog& dialog) override { return Choose(dialog); }
 
     std::optional<std::string> chosen;  ///< in the next file dialogs; empty is a cancel
     bool answer = false;
+    bool retries = false;
     std::vector<std::string> messages, questions, warnings, titles;
 
 private:

@@ -1,0 +1,83 @@
+#include "dialogs/QueryFileCommands.h"
+
+#include <filesystem>
+#include <system_error>
+#include <utility>
+
+#include "persistence/QueryFile.h"
+#include "platform/Paths.h"
+#include "platform/Text.h"
+
+namespace quillform::dialogs {
+
+namespace {
+
+constexpr std::string_view folderName = "QUERIES";
+constexpr std::string_view extension = ".QRY";
+constexpr std::string_view where = "QUERY:LFileCmd_Click";  // of both commands
+
+/// The path with its file name in capitals. The folders stay as they were chosen, since two may differ in case only.
+std::string InCapitals(const std::string& path) {
+    const std::string_view name = FileNameOf(path);
+    return path.substr(0, path.size() - name.size()) + UpperCase(name);
+}
+
+/// The file that is replaced by a save: what was chosen if it is there, whatever case its name is in, for the dialog
+/// has asked about that one; else the name in capitals.
+std::string SavedName(const std::string& chosen) {
+    std::error_code error;
+    return std::filesystem::exists(chosen, error) ? chosen : InCapitals(chosen);
+}
+
+}  // namespace
+
+QueryFileCommands::QueryFileCommands(UserInterface& user, const Clock& clock, std::string appPath,
+                                     RunTimeErrors::Wait wait)
+    : user_(user), appPath_(std::move(appPath)), errors_(user, clock, appPath_, std::move(wait)) {}
+
+/// The folder is made with the first command: a dialog that is sent to a missing folder opens wherever it likes, and
+/// the files of one user would end up in many places. If it can't be made, that is what happens.
+FileDialog QueryFileCommands::Dialog(std::string title) const {
+    const std::string files = appPath_ + std::string(folderName) + "\\*" + std::string(extension);
+    std::error_code passedOver;
+    std::filesystem::create_directories(TargetPath(files).parent_path(), passedOver);
+    return {
+        .title = std::move(title), .filter = "*.QRY", .fileName = {}, .defaultExtension = {}, .initialFolder = files};
+}
+
+bool QueryFileCommands::MayReplace(const std::string& fileName) const {
+    return !FindFile(fileName) || user_.Ask("\"" + fileName + "\" is there already.  Replace it?", "Save Query As...");
+}
+
+StepEnd QueryFileCommands::Load(collQuery& lines) {
+    FileDialog dialog = Dialog("Load Query...");
+    dialog.fileName = "*.QRY";
+    const auto chosen = user_.OpenDialog(dialog);
+    if (!chosen) return StepEnd::Left;
+    // The very file that was chosen comes before one whose name differs in case.
+    if (!FindFile(*chosen)) {
+        user_.Message("You've entered an invalid path or filename.");
+        return StepEnd::Left;
+    }
+    return RunHandled(errors_, where, [&] { LoadQueries(*chosen, lines); });
+}
+
+StepEnd QueryFileCommands::Save(const collQuery& lines) {
+    FileDialog dialog = Dialog("Save Query As...");
+    dialog.defaultExtension = "QRY";
+    const auto chosen = user_.SaveDialog(dialog);
+    if (!chosen) return StepEnd::Left;
+    const std::string fileName = SavedName(*chosen);
+    if (!UpperCase(fileName).ends_with(extension)) {
+        user_.Message("You must save the Query with an extension of .QRY");
+        return StepEnd::Left;
+    }
+    // The dialog asked about the name as it was typed, and knows nothing of the one in capitals.
+    if (fileName != *chosen && !MayReplace(fileName)) return StepEnd::Left;
+    SaveLosses losses;
+    const StepEnd end = RunHandled(errors_, where, [&] { losses = SaveQueries(fileName, lines); });
+    for (const std::string& sentence : LossesInWords(fileName, "a query file", losses)) user_.Message(sentence);
+    return end;
+}
+
+}  // namespace quillform::dialogs

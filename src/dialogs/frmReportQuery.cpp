@@ -1,0 +1,274 @@
+#include "dialogs/frmReportQuery.h"
+
+#include <QApplication>
+#include <QComboBox>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QPushButton>
+#include <QTreeWidget>
+#include <utility>
+
+#include "dialogs/QueryFields.h"
+#include "dialogs/TellFailure.h"
+#include "dialogs/frmMeasureBoxes.h"
+#include "engine/ReportRun.h"
+#include "support/frmFieldTree.h"
+#include "support/frmText.h"
+
+namespace quillform::dialogs {
+
+namespace {
+
+constexpr int keyRole = Qt::UserRole;
+
+QTreeWidgetItem* NewNode(const std::string& key, const std::string& text) {
+    auto* const node = new QTreeWidgetItem({ToQt(text)});
+    node->setData(0, keyRole, ToQt(key));
+    return node;
+}
+
+void Choose(QComboBox& box, const std::string& text) { box.setCurrentIndex(box.findText(ToQt(text))); }
+
+}  // namespace
+
+frmReportQuery::frmReportQuery(Layout& layout, UserInterface& user, DBEngine& engine, const Clock& clock,
+                               QWidget* parent)
+    : QDialog(parent),
+      endProgram([] { QApplication::quit(); }),
+      layout_(layout),
+      user_(user),
+      engine_(engine),
+      builder_(layout.Queries),
+      files_(user, clock, layout.strAppPath) {
+    setObjectName(QStringLiteral("frmReportQuery"));
+    MakeParts();
+    LayOut();
+    SetTabs();
+    OnNodeClick(*SSTree1_, [this](QTreeWidgetItem& node) { SSTree1_Click(node); });
+    connect(AddCmd_, &QPushButton::clicked, this, &frmReportQuery::AddCmd_Click);
+    connect(EdtCmd_, &QPushButton::clicked, this, &frmReportQuery::EdtCmd_Click);
+    connect(DelCmd_, &QPushButton::clicked, this, &frmReportQuery::DelCmd_Click);
+    connect(ClrCmd_, &QPushButton::clicked, this, &frmReportQuery::ClrCmd_Click);
+    connect(UpCmd_, &QPushButton::clicked, this, &frmReportQuery::UpCmd_Click);
+    connect(DownCmd_, &QPushButton::clicked, this, &frmReportQuery::DownCmd_Click);
+    connect(LFileCmd_, &QPushButton::clicked, this, &frmReportQuery::LFileCmd_Click);
+    connect(SFileCmd_, &QPushButton::clicked, this, &frmReportQuery::SFileCmd_Click);
+    connect(SaveCmd_, &QPushButton::clicked, this, &frmReportQuery::SaveCmd_Click);
+    connect(XitCmd_, &QPushButton::clicked, this, &frmReportQuery::XitCmd_Click);
+    connect(Formulas_, &QListWidget::itemDoubleClicked, this, &frmReportQuery::EdtCmd_Click);
+    connect(Field_, &QLineEdit::textChanged, this, &frmReportQuery::ShowHint);
+    connect(Value_, &QLineEdit::textChanged, this, &frmReportQuery::ShowHint);
+    for (QWidget* const part : findChildren<QWidget*>()) part->installEventFilter(this);
+}
+
+int frmReportQuery::exec() { return Form_Activate() ? QDialog::exec() : Rejected; }
+
+bool frmReportQuery::Form_Activate() {
+    try {
+        FillTree(*OpenReportDatabase(layout_, engine_));
+    } catch (const RunTimeError&) {
+        user_.Message(
+            "Cannot locate the database.  Select [Edit], [Report Options], and go to the [Database] folder.  Locate "
+            "your Brindlemark database.");
+        return false;
+    }
+    FillFormulas();
+    return true;
+}
+
+void frmReportQuery::FillTree(Database& database) {
+    const std::vector<QueryTable> tables = ReadQueryFields(database);
+    QList<QTreeWidgetItem*> roots;
+    for (const QueryTable& table : tables) {
+        QList<QTreeWidgetItem*> rows;
+        for (const QueryTable::Row& row : table.rows) rows << NewNode(row.key, row.text);
+        roots << NewNode(table.name, table.name);
+        roots.back()->addChildren(rows);
+    }
+    SSTree1_->clear();
+    SSTree1_->addTopLevelItems(roots);
+}
+
+void frmReportQuery::FillFormulas(QueryBuilder::Blanks blanks) {
+    QStringList texts;
+    for (const std::string& text : builder_.Texts(blanks)) texts << ToQt(text);
+    Formulas_->setUpdatesEnabled(false);
+    Formulas_->clear();
+    Formulas_->addItems(texts);
+    Formulas_->setUpdatesEnabled(true);
+}
+
+/// Position of the selected line, 0 if none is. A list that has the keyboard has a current row even so.
+int frmReportQuery::Selected() const {
+    const QList<QListWidgetItem*> selected = Formulas_->selectedItems();
+    return selected.isEmpty() ? 0 : Formulas_->row(selected.front()) + 1;
+}
+
+QueryEntry frmReportQuery::Entry() const {
+    return {FromQt(Field_->text()), FromQt(Operation_->currentText()), FromQt(Value_->text()),
+            FromQt(Join_->currentText())};
+}
+
+void frmReportQuery::ShowHint() { hint_->setText(ToQt(builder_.Hint(Entry()))); }
+
+void frmReportQuery::SSTree1_Click(QTreeWidgetItem& node) {
+    if (node.childCount() > 0) node.setExpanded(!node.isExpanded());
+    DoneOrTold(user_, [&] {
+        const auto field = FindQueryField(layout_, engine_, FromQt(node.data(0, keyRole).toString()));
+        if (!field) return;
+        builder_.PickField(field->code, field->text);
+        Field_->setText(ToQt(field->text));
+        longestValue_ = field->longestValue;
+        ShowWhole(*Value_, FromQt(Value_->text()), longestValue_);
+        ShowHint();
+    });
+}
+
+void frmReportQuery::AddCmd_Click() {
+    const QueryEntry entry = Entry();
+    if (const std::string_view refusal = RefusalOf(entry); !refusal.empty()) return user_.Message(refusal);
+    builder_.Store(entry, Selected());
+    FillFormulas();
+    Formulas_->scrollToBottom();
+}
+
+void frmReportQuery::EdtCmd_Click() {
+    const int selected = Selected();
+    if (selected == 0) return user_.Message("You Must Select the Query From the list that you want to edit.");
+    const QueryEntry entry = builder_.Edit(selected);
+    longestValue_ = longestQueryValue;
+    Field_->setText(ToQt(entry.field));
+    ShowWhole(*Value_, entry.value, longestValue_);
+    Choose(*Operation_, entry.operation);
+    Choose(*Join_, entry.join);
+    ShowHint();
+}
+
+void frmReportQuery::DelCmd_Click() {
+    const int selected = Selected();
+    if (selected == 0) return user_.Message("You Must Select the Query from the List that you want to delete.");
+    builder_.Delete(selected);
+    FillFormulas();
+}
+
+void frmReportQuery::ClrCmd_Click() {
+    Formulas_->clearSelection();
+    Field_->clear();
+    ShowWhole(*Value_, {}, longestValue_);
+    Operation_->setCurrentIndex(0);
+    Join_->setCurrentIndex(0);
+}
+
+void frmReportQuery::UpCmd_Click() {
+    if (builder_.MoveUp(Selected())) FillFormulas();
+}
+
+void frmReportQuery::DownCmd_Click() {
+    if (builder_.MoveDown(Selected())) FillFormulas();
+}
+
+void frmReportQuery::LFileCmd_Click() {
+    switch (files_.Load(builder_.Lines())) {
+        case StepEnd::Done:
+            return FillFormulas(QueryBuilder::Blanks::Trimmed);
+        case StepEnd::Left:
+            return;
+        case StepEnd::EndProgram:
+            return EndProgram();
+    }
+}
+
+void frmReportQuery::SFileCmd_Click() {
+    if (files_.Save(builder_.Lines()) == StepEnd::EndProgram) EndProgram();
+}
+
+void frmReportQuery::SaveCmd_Click() {
+    builder_.HandOver();
+    accept();
+}
+
+/// A failed file is no reason to lose lines that were moved, so whoever closes the program gets them with the layout.
+void frmReportQuery::EndProgram() {
+    SaveCmd_Click();
+    if (endProgram) endProgram();
+}
+
+/// The button that a key of the form presses, or null.
+QPushButton* frmReportQuery::FormKeyButton(const QKeyEvent& key) const {
+    const Qt::KeyboardModifiers held = key.modifiers() & ~Qt::KeypadModifier;
+    if (held != Qt::ControlModifier && held != Qt::AltModifier) return nullptr;
+    switch (key.key()) {
+        case Qt::Key_F:
+            return SFileCmd_;
+        case Qt::Key_L:
+            return LFileCmd_;
+        case Qt::Key_S:
+            return SaveCmd_;
+        case Qt::Key_X:
+            return XitCmd_;
+        default:
+            return nullptr;
+    }
+}
+
+/// The entry controls share it. Combo boxes are left by the arrows too; letters, Home, End and the space bar choose in
+/// them.
+bool frmReportQuery::Field_KeyDown(const QKeyEvent& key) {
+    if ((key.modifiers() & ~Qt::KeypadModifier) != Qt::NoModifier) return false;
+    switch (key.key()) {
+        case Qt::Key_Return:
+        case Qt::Key_Enter:
+        case Qt::Key_Down:
+            return focusNextChild();
+        case Qt::Key_Up:
+            return focusPreviousChild();
+        default:
+            return false;
+    }
+}
+
+/// Signs choose the operation that they are, and "<" with "=" behind it the two together. The box's own search would
+/// find the first entry that begins so: "<=" for "<".
+bool frmReportQuery::ChooseOperation(const QString& typed) {
+    if (typed.isEmpty()) return false;
+    for (const QString& wanted : {typedOperation_ + typed, typed}) {
+        const int index = Operation_->findText(wanted);
+        if (index < 0) continue;
+        Operation_->setCurrentIndex(index);
+        typedOperation_ = wanted;
+        return true;
+    }
+    return false;
+}
+
+bool frmReportQuery::eventFilter(QObject* watched, QEvent* event) {
+    if (watched == Operation_ && event->type() == QEvent::FocusIn) typedOperation_.clear();
+    const bool isOverride = event->type() == QEvent::ShortcutOverride;
+    if (!isOverride && event->type() != QEvent::KeyPress) return QDialog::eventFilter(watched, event);
+    const auto& key = *static_cast<QKeyEvent*>(event);
+    if (QPushButton* const button = FormKeyButton(key)) {
+        // Taken here, the key reaches neither the box it was pressed in nor the mnemonic of the button.
+        if (isOverride)
+            event->accept();
+        else if (!key.isAutoRepeat())
+            button->click();
+        return true;
+    }
+    if (isOverride) return false;
+    const bool isEnter = key.key() == Qt::Key_Return || key.key() == Qt::Key_Enter;
+    if (auto* const button = qobject_cast<QPushButton*>(watched); button != nullptr && isEnter) {
+        button->click();
+        return true;
+    }
+    if (watched == Formulas_ && key.key() == Qt::Key_Delete) {
+        DelCmd_Click();
+        return true;
+    }
+    if (watched == Operation_ && ChooseOperation(key.text())) return true;
+    const bool isEntry = watched == Field_ || watched == Operation_ || watched == Value_ || watched == Join_;
+    return isEntry && Field_KeyDown(key);
+}
+
+}  // namespace quillform::dialogs
