@@ -26,16 +26,27 @@ struct BoundBox {
     const char* column;
     int limit;     ///< characters
     double width;  ///< twips
+    bool isNumber;
 };
 
 constexpr int noLimit = 32767;
 constexpr BoundBox boxes[] = {
-    {"Stock Code:", "Stock Code", 15, 2400},
-    {"Stock Code Description:", "Stock Code Description", 30, 4200},
-    {"Quantity On Hand:", "Quantity On Hand", noLimit, 1800},
-    {"Total Cost:", "Total Cost", noLimit, 1800},
-    {"Account #:", "Account #", 7, 1200},
+    {"Stock Code:", "Stock Code", 15, 2400, false},
+    {"Stock Code Description:", "Stock Code Description", 30, 4200, false},
+    {"Quantity On Hand:", "Quantity On Hand", noLimit, 1800, true},
+    {"Total Cost:", "Total Cost", noLimit, 1800, true},
+    {"Account #:", "Account #", 7, 1200, false},
 };
+
+constexpr int margin = 12;  // pixels
+constexpr QSize doorIcon(24, 24);
+constexpr double doorWidth = 2400;  // twips
+
+QFrame* NewLine() {
+    auto* const line = new QFrame;
+    line->setFrameStyle(QFrame::HLine | QFrame::Sunken);
+    return line;
+}
 
 std::vector<std::string> Columns() {
     std::vector<std::string> columns;
@@ -54,17 +65,15 @@ frmStockCodeTable::frmStockCodeTable(std::string databasePath, UserInterface& us
     setObjectName(QStringLiteral("frmStockCodeTable"));
     setWindowTitle(QStringLiteral("Stock Code Table"));
     bar_ = new frmDataControl("datPrimaryRS", datPrimaryRS_);
-    auto* const frmReports = NewButton("frmReports", "Reports");
-    frmReports->setAutoDefault(true);
-    frmReports->setIcon(QApplication::windowIcon());
-    frmReports->setToolTip(QStringLiteral("Opens the report designer"));
-    connect(frmReports, &QPushButton::clicked, this, &frmStockCodeTable::frmReports_Click);
-
     auto* const rows = new QVBoxLayout(this);
+    rows->setContentsMargins(margin, margin, margin, margin);
+    rows->setSpacing(margin);
+    rows->setSizeConstraint(QLayout::SetFixedSize);
     rows->addWidget(MakeBoxes());
     rows->addWidget(bar_);
-    rows->addStretch(1);
-    rows->addWidget(frmReports);
+    rows->addWidget(NewLine());
+    rows->addWidget(MakeDoor());
+    rows->addWidget(NewLine());
     rows->addWidget(MakeButtons());
     ShowRecord();
     resize(sizeHint());
@@ -86,6 +95,7 @@ QWidget* frmStockCodeTable::MakeBoxes() {
         box->setObjectName(QStringLiteral("txtFields_%1").arg(i));
         box->setAccessibleName(text.chopped(1));
         box->setMaxLength(boxes[i].limit);
+        if (boxes[i].isNumber) box->setAlignment(Qt::AlignRight);
         box->setFixedWidth(TwipScale::ToPixels(boxes[i].width));
         label->setBuddy(box);
         cells->addWidget(label, row, 0);
@@ -99,6 +109,23 @@ QWidget* frmStockCodeTable::MakeBoxes() {
     readOnlyNote_ = new QLabel(QStringLiteral("The database can only be read."));
     cells->addWidget(readOnlyNote_, static_cast<int>(boxCount), 1);
     return table;
+}
+
+QWidget* frmStockCodeTable::MakeDoor() {
+    auto* const door = new QWidget;
+    auto* const row = new QHBoxLayout(door);
+    row->setContentsMargins(0, 0, 0, 0);
+    row->setSpacing(margin);
+    auto* const frmReports = NewButton("frmReports", "Reports");
+    frmReports->setAutoDefault(true);
+    frmReports->setIcon(QApplication::windowIcon());
+    frmReports->setIconSize(doorIcon);
+    frmReports->setMinimumHeight(doorIcon.height() + margin);
+    frmReports->setMinimumWidth(TwipScale::ToPixels(doorWidth));
+    connect(frmReports, &QPushButton::clicked, this, &frmStockCodeTable::frmReports_Click);
+    row->addWidget(frmReports);
+    row->addWidget(new QLabel(QStringLiteral("Design reports and labels over your\ndatabases, and run them.")), 1);
+    return door;
 }
 
 QWidget* frmStockCodeTable::MakeButtons() {

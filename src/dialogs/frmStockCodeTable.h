@@ -42,6 +42,7 @@ private:
     static constexpr std::size_t boxCount = 5;
 
     QWidget* MakeBoxes();
+    QWidget* MakeDoor();
     QWidget* MakeButtons();
 
     void cmdAdd_Click();
