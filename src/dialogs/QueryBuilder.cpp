@@ -45,11 +45,6 @@ std::vector<std::string> QueryBuilder::Texts(Blanks blanks) const {
     return texts;
 }
 
-void QueryBuilder::PickField(std::int16_t code, std::string text) {
-    code_ = code;
-    codeText_ = std::move(text);
-}
-
 void QueryBuilder::Store(const QueryEntry& entry, int selected) {
     collQuery& lines = Lines();
     clssQuery line{.Key = selected > 0 ? lines.Item(selected).Key : Str(lines.Count() + 1.0),
@@ -66,7 +61,7 @@ void QueryBuilder::Store(const QueryEntry& entry, int selected) {
 
 QueryEntry QueryBuilder::Edit(int position) {
     const clssQuery& line = Lines().Item(position);
-    PickField(line.Code, line.Text);
+    PickField(line.Code);
     const auto operation = std::ranges::find(queryOperations, Trim(line.Operator));
     return {.field = line.Text,
             .operation = std::string(operation != queryOperations.end() ? *operation : queryOperations.back()),
@@ -95,13 +90,29 @@ void QueryBuilder::HandOver() {
     own_.reset();
 }
 
-std::string QueryBuilder::Hint(const QueryEntry& entry) const {
-    std::string hint;
-    if (!IsBlank(entry.field) && code_ < 1)
-        hint = "No field is picked in the tree: reports leave this line out.";
-    else if (!IsBlank(entry.field) && entry.field != codeText_)
-        hint = "The line asks for the field \"" + codeText_ + "\", whatever name is written here.";
-    if (HasLoneApostrophe(entry.value))
+void QueryBuilder::KnowFields(const std::vector<QueryTable>& tables) {
+    fields_.clear();
+    for (const QueryTable& table : tables)
+        for (const QueryTable::Row& row : table.rows) fields_.emplace(row.id, row.text);
+}
+
+std::string QueryBuilder::LineHint(int position) const {
+    const clssQuery& line = Lines().Item(position);
+    return HintOf(line.Code, line.Text, line.Value);
+}
+
+std::string QueryBuilder::FieldHint(std::int16_t code, std::string_view text) const {
+    if (IsBlank(text)) return {};
+    if (code < 1) return "No field is picked in the tree: reports leave the line out.";
+    const auto field = fields_.find(code);
+    if (field == fields_.end()) return "The database has no such field: reports leave the line out.";
+    if (Trim(field->second) == Trim(text)) return {};
+    return "The line asks for the field \"" + field->second + "\", whatever name stands here.";
+}
+
+std::string QueryBuilder::HintOf(std::int16_t code, std::string_view text, std::string_view value) const {
+    std::string hint = FieldHint(code, text);
+    if (HasLoneApostrophe(value))
         hint += std::string(hint.empty() ? "" : "\n") + "Write an apostrophe in a value twice: O''Brien.";
     return hint;
 }

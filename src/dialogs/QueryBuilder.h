@@ -5,8 +5,10 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <unordered_map>
 #include <vector>
 
+#include "dialogs/QueryFields.h"
 #include "model/collQuery.h"
 
 namespace quillform::dialogs {
@@ -14,8 +16,6 @@ namespace quillform::dialogs {
 /// What can stand in the two combo boxes, in their order.
 inline constexpr std::array<std::string_view, 7> queryOperations{"=", ">=", "<=", "<>", "<", ">", "LIKE"};
 inline constexpr std::array<std::string_view, 2> queryJoins{"AND", "OR"};
-/// Characters that can be typed as a value while no field says otherwise.
-inline constexpr int longestQueryValue = 35;
 
 /// What the entry controls hold.
 struct QueryEntry {
@@ -46,8 +46,8 @@ public:
     /// unlike in a statement.
     std::vector<std::string> Texts(Blanks blanks = Blanks::Kept) const;
 
-    /// The entry is about this catalog row from now on; `text` is how people know it.
-    void PickField(std::int16_t code, std::string text);
+    /// The entry is about this catalog row from now on.
+    void PickField(std::int16_t code) { code_ = code; }
     /// Replaces the line at position `selected`, or adds one if that is 0. The entry isn't refused.
     void Store(const QueryEntry& entry, int selected);
     /// The entry that a line is edited by. An operation that isn't in the list shows as LIKE, a join as OR.
@@ -59,16 +59,22 @@ public:
 
     void HandOver();
 
-    /// What the entry would do in a report that its writer may not expect; empty if nothing.
-    std::string Hint(const QueryEntry& entry) const;
+    /// Tells what the catalog has, so that there can be hints.
+    void KnowFields(const std::vector<QueryTable>& tables);
+    /// What the entry would do in a report, or a line does, that its writer may not expect; empty if nothing. Lines of
+    /// another database's query file ask for other fields, or for none.
+    std::string Hint(const QueryEntry& entry) const { return HintOf(code_, entry.field, entry.value); }
+    std::string LineHint(int position) const;
 
 private:
     bool Exchange(int upper);
+    std::string FieldHint(std::int16_t code, std::string_view text) const;
+    std::string HintOf(std::int16_t code, std::string_view text, std::string_view value) const;
 
     collQuery& queries_;
     std::optional<collQuery> own_;
     std::int16_t code_ = 0;  // of the field that the entry is about
-    std::string codeText_;
+    std::unordered_map<std::int32_t, std::string> fields_;
 };
 
 }  // namespace quillform::dialogs

@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <limits>
 
-#include "dialogs/QueryBuilder.h"
 #include "engine/ReportRun.h"
 #include "platform/Numbers.h"
 #include "platform/Text.h"
@@ -11,6 +10,8 @@
 namespace quillform::dialogs {
 
 namespace {
+
+constexpr int mostCharacters = 32767;  // that a box can be limited to
 
 /// The number that a node's key stands for; 0 for none, and for one that no row can have.
 double NumberOf(std::string_view nodeKey) {
@@ -22,9 +23,17 @@ double NumberOf(std::string_view nodeKey) {
     }
 }
 
+/// The number of a column that may have any type in a catalog made by hand.
+std::int32_t WholeNumber(std::string_view text) {
+    using Limits = std::numeric_limits<std::int32_t>;
+    return CLng(std::clamp<double>(Val(text), Limits::min(), Limits::max()));
+}
+
 /// Rows that were written by hand may have no length. A box that takes no letter would leave its user without a way to
 /// ask for the field.
-int ValueLength(int defaultLength) { return defaultLength > 0 ? defaultLength : longestQueryValue; }
+int ValueLength(int defaultLength) {
+    return defaultLength > 0 ? std::min(defaultLength, mostCharacters) : longestQueryValue;
+}
 
 }  // namespace
 
@@ -39,7 +48,7 @@ std::vector<QueryTable> ReadQueryFields(Database& database) {
         std::string name = records->Text(table);
         // Rows are sorted case-blind, so "Orders" and "ORDERS", which are one table, would alternate.
         if (tables.empty() || !EqualCaseBlind(tables.back().name, name)) tables.push_back({std::move(name), {}});
-        tables.back().rows.push_back({"C" + records->Text(id), records->Text(text)});
+        tables.back().rows.push_back({WholeNumber(records->Text(id)), records->Text(text)});
     }
     return tables;
 }
@@ -52,8 +61,8 @@ std::optional<QueryField> FindQueryField(const Layout& layout, DBEngine& engine,
         "SELECT ID, Text, [Default Length] FROM [Report - Index] WHERE ID = " + TrimmedStr(number),
         RecordsetType::Snapshot);
     if (!row->HasRows()) return std::nullopt;
-    const double length = std::clamp(Val(row->Text("Default Length")), 0.0, 32767.0);
-    return QueryField{CInt(Val(row->Text("ID"))), row->Text("Text"), ValueLength(static_cast<int>(length))};
+    return QueryField{CInt(Val(row->Text("ID"))), row->Text("Text"),
+                      ValueLength(WholeNumber(row->Text("Default Length")))};
 }
 
 }  // namespace quillform::dialogs

@@ -11,11 +11,15 @@
 
 namespace quillform::dialogs {
 
+/// Characters that can be typed as a value while no field says otherwise.
+inline constexpr int longestQueryValue = 35;
+
 /// A root of the query builder's tree. Its key is its name.
 struct QueryTable {
     struct Row {
-        std::string key;  ///< "C" and the catalog ID
+        std::int32_t id = 0;  ///< of the catalog
         std::string text;
+        std::string Key() const { return "C" + std::to_string(id); }
     };
     std::string name;
     std::vector<Row> rows;

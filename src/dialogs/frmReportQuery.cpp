@@ -7,10 +7,10 @@
 #include <QLineEdit>
 #include <QListWidget>
 #include <QPushButton>
+#include <QStyle>
 #include <QTreeWidget>
-#include <utility>
+#include <algorithm>
 
-#include "dialogs/QueryFields.h"
 #include "dialogs/TellFailure.h"
 #include "dialogs/frmMeasureBoxes.h"
 #include "engine/ReportRun.h"
@@ -58,6 +58,7 @@ frmReportQuery::frmReportQuery(Layout& layout, UserInterface& user, DBEngine& en
     connect(SaveCmd_, &QPushButton::clicked, this, &frmReportQuery::SaveCmd_Click);
     connect(XitCmd_, &QPushButton::clicked, this, &frmReportQuery::XitCmd_Click);
     connect(Formulas_, &QListWidget::itemDoubleClicked, this, &frmReportQuery::EdtCmd_Click);
+    connect(Formulas_, &QListWidget::itemSelectionChanged, this, &frmReportQuery::ShowHint);
     connect(Field_, &QLineEdit::textChanged, this, &frmReportQuery::ShowHint);
     connect(Value_, &QLineEdit::textChanged, this, &frmReportQuery::ShowHint);
     for (QWidget* const part : findChildren<QWidget*>()) part->installEventFilter(this);
@@ -80,10 +81,11 @@ bool frmReportQuery::Form_Activate() {
 
 void frmReportQuery::FillTree(Database& database) {
     const std::vector<QueryTable> tables = ReadQueryFields(database);
+    builder_.KnowFields(tables);
     QList<QTreeWidgetItem*> roots;
     for (const QueryTable& table : tables) {
         QList<QTreeWidgetItem*> rows;
-        for (const QueryTable::Row& row : table.rows) rows << NewNode(row.key, row.text);
+        for (const QueryTable::Row& row : table.rows) rows << NewNode(row.Key(), row.text);
         roots << NewNode(table.name, table.name);
         roots.back()->addChildren(rows);
     }
@@ -91,13 +93,23 @@ void frmReportQuery::FillTree(Database& database) {
     SSTree1_->addTopLevelItems(roots);
 }
 
-void frmReportQuery::FillFormulas(QueryBuilder::Blanks blanks) {
-    QStringList texts;
-    for (const std::string& text : builder_.Texts(blanks)) texts << ToQt(text);
+/// Nothing is selected then. The keyboard stands on the line `current`, or the one next to it, where the space bar
+/// selects it.
+void frmReportQuery::FillFormulas(int current, QueryBuilder::Blanks blanks) {
+    const QIcon warning = style()->standardIcon(QStyle::SP_MessageBoxWarning);
     Formulas_->setUpdatesEnabled(false);
     Formulas_->clear();
-    Formulas_->addItems(texts);
+    for (const std::string& text : builder_.Texts(blanks)) {
+        auto* const item = new QListWidgetItem(ToQt(text), Formulas_);
+        const QString hint = ToQt(builder_.LineHint(Formulas_->count()));
+        if (hint.isEmpty()) continue;
+        item->setIcon(warning);
+        item->setToolTip(hint);
+        item->setData(Qt::AccessibleDescriptionRole, hint);
+    }
+    Formulas_->setCurrentRow(std::min(current, Formulas_->count()) - 1, QItemSelectionModel::NoUpdate);
     Formulas_->setUpdatesEnabled(true);
+    ShowHint();
 }
 
 /// Position of the selected line, 0 if none is. A list that has the keyboard has a current row even so.
@@ -111,14 +123,18 @@ QueryEntry frmReportQuery::Entry() const {
             FromQt(Join_->currentText())};
 }
 
-void frmReportQuery::ShowHint() { hint_->setText(ToQt(builder_.Hint(Entry()))); }
+void frmReportQuery::ShowHint() {
+    std::string hint = builder_.Hint(Entry());
+    if (Selected() > 0) hint += std::string(hint.empty() ? "" : "\n") + "Add>> replaces the selected line.";
+    hint_->setText(ToQt(hint));
+}
 
 void frmReportQuery::SSTree1_Click(QTreeWidgetItem& node) {
     if (node.childCount() > 0) node.setExpanded(!node.isExpanded());
     DoneOrTold(user_, [&] {
         const auto field = FindQueryField(layout_, engine_, FromQt(node.data(0, keyRole).toString()));
         if (!field) return;
-        builder_.PickField(field->code, field->text);
+        builder_.PickField(field->code);
         Field_->setText(ToQt(field->text));
         longestValue_ = field->longestValue;
         ShowWhole(*Value_, FromQt(Value_->text()), longestValue_);
@@ -129,9 +145,9 @@ void frmReportQuery::SSTree1_Click(QTreeWidgetItem& node) {
 void frmReportQuery::AddCmd_Click() {
     const QueryEntry entry = Entry();
     if (const std::string_view refusal = RefusalOf(entry); !refusal.empty()) return user_.Message(refusal);
-    builder_.Store(entry, Selected());
-    FillFormulas();
-    Formulas_->scrollToBottom();
+    const int selected = Selected();
+    builder_.Store(entry, selected);
+    FillFormulas(selected > 0 ? selected : builder_.Lines().Count());
 }
 
 void frmReportQuery::EdtCmd_Click() {
@@ -150,7 +166,7 @@ void frmReportQuery::DelCmd_Click() {
     const int selected = Selected();
     if (selected == 0) return user_.Message("You Must Select the Query from the List that you want to delete.");
     builder_.Delete(selected);
-    FillFormulas();
+    FillFormulas(selected);
 }
 
 void frmReportQuery::ClrCmd_Click() {
@@ -162,17 +178,19 @@ void frmReportQuery::ClrCmd_Click() {
 }
 
 void frmReportQuery::UpCmd_Click() {
-    if (builder_.MoveUp(Selected())) FillFormulas();
+    const int selected = Selected();
+    if (builder_.MoveUp(selected)) FillFormulas(selected - 1);
 }
 
 void frmReportQuery::DownCmd_Click() {
-    if (builder_.MoveDown(Selected())) FillFormulas();
+    const int selected = Selected();
+    if (builder_.MoveDown(selected)) FillFormulas(selected + 1);
 }
 
 void frmReportQuery::LFileCmd_Click() {
     switch (files_.Load(builder_.Lines())) {
         case StepEnd::Done:
-            return FillFormulas(QueryBuilder::Blanks::Trimmed);
+            return FillFormulas(builder_.Lines().Count(), QueryBuilder::Blanks::Trimmed);
         case StepEnd::Left:
             return;
         case StepEnd::EndProgram:

@@ -48,7 +48,7 @@ private:
     void SetTabs();
     bool Form_Activate();
     void FillTree(Database& database);
-    void FillFormulas(QueryBuilder::Blanks blanks = QueryBuilder::Blanks::Kept);
+    void FillFormulas(int current = 0, QueryBuilder::Blanks blanks = QueryBuilder::Blanks::Kept);
     QPushButton* FormKeyButton(const QKeyEvent& key) const;
     bool Field_KeyDown(const QKeyEvent& key);
     bool ChooseOperation(const QString& typed);

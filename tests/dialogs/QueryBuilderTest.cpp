@@ -57,12 +57,12 @@ TEST_F(QueryBuilderTest, EntriesThatAreNotWholeAreRefusedInTheOrderOfTheControls
 }
 
 TEST_F(QueryBuilderTest, ALineIsAddedOrReplacedAndShownWithItsJoinWordButInFirstPlace) {
-    builder.PickField(12, "Company");
+    builder.PickField(12);
     StoreThree();
     EXPECT_EQ(builder.Texts(), (Texts{"Company = 'A'", "OR City >= 'B'", "AND Phone LIKE 'C*'"}));
     EXPECT_EQ(queries.Item(2),
               (clssQuery{.Key = " 2", .Text = "City", .Join = "OR", .Value = "B", .Operator = ">=", .Code = 12}));
-    builder.PickField(7, "Zip");
+    builder.PickField(7);
     builder.Store({"Zip", "<", " 9 ", "OR"}, 1);
     builder.Store({"Zip", "<", " 9 ", "OR"}, 0);
     builder.Store({"Zip", "<", " 9 ", "OR"}, 0);
@@ -113,14 +113,30 @@ TEST_F(QueryBuilderTest, MovedLinesAreACopyUntilTheyAreHandedOver) {
 }
 
 TEST_F(QueryBuilderTest, WhatReportsWillNotDoAsWrittenIsHintedAt) {
-    EXPECT_EQ(builder.Hint({}), "");
-    EXPECT_NE(builder.Hint({"Typed", "", "", ""}).find("leave this line out"), std::string::npos);
-    builder.PickField(3, "Company");
-    EXPECT_NE(builder.Hint({"Typed", "", "", ""}).find("\"Company\""), std::string::npos);
-    for (const char* value : {"O''Brien", "", "''", "''''", "plain"})
-        EXPECT_EQ(builder.Hint({"Company", "", value, ""}), "") << value;
-    for (const char* value : {"O'Brien", "'", "'''", "a''b'"})
-        EXPECT_NE(builder.Hint({"Company", "", value, ""}).find("twice"), std::string::npos) << value;
+    builder.KnowFields({{"Customers", {{3, "Company"}, {4, "City"}}}});
+    const struct {
+        int code;
+        const char* text;
+        const char* value;
+        const char* hint;  // a piece of it; empty: none at all
+    } cases[] = {{3, "Company", "O''Brien", ""},
+                 {3, "", "''''", ""},
+                 {3, " Company ", "", ""},
+                 {0, "Typed", "", "No field is picked"},
+                 {5, "Zip", "", "no such field"},
+                 {4, "Company", "", "the field \"City\""},
+                 {3, "Company", "O'Brien", "O''Brien"},
+                 {3, "Company", "a''b'", "twice"},
+                 {5, "Zip", "'", "leave the line out.\nWrite"}};
+    for (const auto& c : cases) {
+        builder.PickField(static_cast<std::int16_t>(c.code));
+        const QueryEntry entry{c.text, "=", c.value, "AND"};
+        const std::string hint = builder.Hint(entry);
+        EXPECT_EQ(hint.empty(), *c.hint == '\0') << hint;
+        EXPECT_NE(hint.find(c.hint), std::string::npos) << hint;
+        builder.Store(entry, 0);
+        EXPECT_EQ(builder.LineHint(queries.Count()), hint);
+    }
 }
 
 /// A folder that is the program's, with a report database.
@@ -147,7 +163,7 @@ TEST_F(QueryProgramTest, TheTreeHasARootForEachTable) {
     Texts nodes;
     for (const QueryTable& table : ReadQueryFields(*database)) {
         nodes.push_back(table.name);
-        for (const QueryTable::Row& row : table.rows) nodes.push_back(row.key + " " + row.text);
+        for (const QueryTable::Row& row : table.rows) nodes.push_back(row.Key() + " " + row.text);
     }
     ASSERT_EQ(nodes.size(), 8U);
     EXPECT_EQ(std::vector(nodes.begin() + 1, nodes.end()),

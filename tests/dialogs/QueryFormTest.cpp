@@ -139,10 +139,12 @@ TEST_F(QueryForm, LinesAreBuiltFromTheTreeByMouseAndKeys) {
         Press("EdtCmd");
         EXPECT_EQ(Text("Field"), "City");
         EXPECT_EQ(Operation().currentText(), QStringLiteral("LIKE"));
+        EXPECT_EQ(Part<QLabel>("hint").text(), QStringLiteral("Add>> replaces the selected line."));
         EXPECT_EQ(Part<QLineEdit>("Value").maxLength(), 35);
         EnterLine("", "Aberdeenshire", "A");
         EXPECT_EQ(Shown(), (Texts{"City LIKE 'Aberdeenshire'", "OR Freight > '5'"}));
         EXPECT_EQ(SelectedCount(), 0);
+        EXPECT_EQ(Part<QLabel>("hint").text(), QString());
 
         ClickNode("City");  // what is typed stays whole under the shorter limit
         EXPECT_EQ(Text("Value"), "Aberdeenshire");
@@ -237,6 +239,9 @@ TEST_F(QueryForm, MovesAreKeptBySaveAndDroppedByExit) {
             Press("DownCmd");
             EXPECT_EQ(Shown(), (Texts{"City = 'b'", "AND City = 'a'", "AND City = 'c'"}));
             EXPECT_EQ(SelectedCount(), 0);
+            Formulas().setFocus();
+            quillform::Press(Qt::Key_Space);  // the line that was moved
+            EXPECT_TRUE(Formulas().item(1)->isSelected());
             Press(leave);
         });
     };
@@ -267,6 +272,7 @@ TEST_F(QueryForm, QueryFilesAreSavedAndLoadedBehindTheLinesThatAreThere) {
     user.chosen = folder.File("dues.qry");
     Show([&](QWidget&) {
         EXPECT_EQ(Shown(), (Texts{"City = ' a '"}));
+        EXPECT_EQ(Formulas().item(0)->toolTip(), QString());
         Press("SFileCmd");
         Press("LFileCmd");
         Press("LFileCmd");
@@ -276,6 +282,14 @@ TEST_F(QueryForm, QueryFilesAreSavedAndLoadedBehindTheLinesThatAreThere) {
     EXPECT_TRUE(std::filesystem::exists(folder / "DUES.QRY"));
     EXPECT_EQ(Values(), (Texts{" a ", "a", "a"}));
     EXPECT_TRUE(user.messages.empty());
+
+    std::ofstream(folder.File("OTHER.QRY")) << "77,\"=\",\"1\",\"AND\",\"Field of another database\"\r\n";
+    user.chosen = folder.File("OTHER.QRY");
+    Show([&](QWidget&) {
+        Press("LFileCmd");
+        EXPECT_NE(Formulas().item(3)->toolTip().indexOf(QStringLiteral("no such field")), -1);
+        Press("XitCmd");
+    });
 }
 
 TEST_F(QueryForm, AnErrorThatEndsTheProgramLosesNoLine) {
