@@ -43,35 +43,23 @@ protected:
     }
 };
 
-QTreeWidgetItem* NodeOf(QTreeWidget& tree, const char* text) {
-    const QList<QTreeWidgetItem*> found =
-        tree.findItems(QString::fromUtf8(text), Qt::MatchExactly | Qt::MatchRecursive);
-    return found.isEmpty() ? nullptr : found.first();
-}
-
-void ClickNode(QTreeWidget& tree, QTreeWidgetItem* node) {
-    tree.scrollToItem(node);
-    QTest::mouseClick(tree.viewport(), Qt::LeftButton, {}, tree.visualItemRect(node).center());
-}
-
 TEST_F(Dialogs, ALeafOfTheTreePutsItsFieldOnTheLayoutAndTakesItOff) {
     OpenHidden();
     sample::WriteSamples(*engine, layout.strAppPath);
     frmDataFields dialog(form->Surface(), Services());
     const Driver driver({[&](QWidget& window) {
         auto& tree = Named<QTreeWidget>(window, "SSTree1");
-        QTreeWidgetItem* const root = NodeOf(tree, "Customers");
-        ASSERT_NE(root, nullptr);
-        ClickNode(tree, root);  // opens and nothing else
+        QTreeWidgetItem* const root = &NodeOf(tree, "Customers");
+        ClickNode(tree, *root);  // opens and nothing else
         EXPECT_TRUE(root->isExpanded());
         EXPECT_EQ(layout.Fields.Count(), 0);
 
         QTreeWidgetItem* const leaf = root->child(0);
-        ClickNode(tree, leaf);
+        ClickNode(tree, *leaf);
         ASSERT_EQ(layout.Fields.Count(), 1);
         EXPECT_EQ(layout.Fields.Item(1).Text, leaf->text(0).toStdString());
         EXPECT_TRUE(leaf->font(0).bold());
-        ClickNode(tree, leaf);
+        ClickNode(tree, *leaf);
         EXPECT_EQ(layout.Fields.Count(), 0);
         EXPECT_FALSE(leaf->font(0).bold());
 
@@ -79,11 +67,11 @@ TEST_F(Dialogs, ALeafOfTheTreePutsItsFieldOnTheLayoutAndTakesItOff) {
         quillform::Press(tree, Qt::Key_Return);
         EXPECT_EQ(layout.Fields.Count(), 1);
 
-        QTreeWidgetItem* const loose = NodeOf(tree, "Date/Time/Page");
+        QTreeWidgetItem* const loose = &NodeOf(tree, "Date/Time/Page");
         ASSERT_EQ(loose->childCount(), 7);
         EXPECT_EQ(tree.topLevelItem(tree.topLevelItemCount() - 1), loose);
         loose->setExpanded(true);
-        ClickNode(tree, loose->child(1));
+        ClickNode(tree, *loose->child(1));
         EXPECT_EQ(layout.Fields.Item(2).Code, ItemCode::LongDate);
         EXPECT_EQ(layout.Fields.Item(2).Mask, "mmm dd, yyyy");
         EXPECT_EQ(layout.Fields.Item(2).Length, 18);

@@ -8,7 +8,6 @@
 #include <QPushButton>
 #include <QRadioButton>
 #include <QTreeWidget>
-#include <cstdio>
 #include <filesystem>
 #include <map>
 
@@ -20,7 +19,7 @@
 #include "platform/CodePage.h"
 #include "platform/OutputFile.h"
 #include "platform/Text.h"
-#include "print/PdfTarget.h"
+#include "print/PdfTools.h"
 #include "sample/SampleData.h"
 
 namespace quillform::designer {
@@ -28,17 +27,6 @@ namespace {
 
 using testing::FormScene;
 namespace fs = std::filesystem;
-
-/// What a program prints.
-std::string OutputOf(const std::string& command) {
-    std::string text;
-    FILE* const pipe = popen(command.c_str(), "r");
-    if (pipe == nullptr) return text;
-    char buffer[4096];
-    while (const std::size_t size = fread(buffer, 1, sizeof buffer, pipe)) text.append(buffer, size);
-    pclose(pipe);
-    return text;
-}
 
 class Session : public FormScene {
 protected:
@@ -54,19 +42,9 @@ protected:
     }
     void Choose(const char* entry) { form->findChild<QAction*>(QString::fromLatin1(entry))->trigger(); }
 
-    /// Clicks leaves of the tree, each given as "table/text".
-    static void ClickLeaves(QWidget& window, std::initializer_list<std::pair<const char*, const char*>> leaves) {
+    static void ClickLeaves(QWidget& window, std::initializer_list<const char*> leaves) {
         auto& tree = Named<QTreeWidget>(window, "SSTree1");
-        for (const auto& [table, text] : leaves) {
-            QTreeWidgetItem* const root = tree.findItems(QString::fromUtf8(table), Qt::MatchExactly).value(0);
-            ASSERT_NE(root, nullptr) << table;
-            root->setExpanded(true);
-            for (int i = 0; i < root->childCount(); ++i) {
-                if (root->child(i)->text(0) != QString::fromUtf8(text)) continue;
-                tree.scrollToItem(root->child(i));
-                QTest::mouseClick(tree.viewport(), Qt::LeftButton, {}, tree.visualItemRect(root->child(i)).center());
-            }
-        }
+        for (const char* const leaf : leaves) ClickNode(tree, NodeOf(tree, leaf));
         quillform::Click(Named<QPushButton>(window, "DoneCmd"));
     }
     static void EnterText(QWidget& window, const char* text, bool isHeading) {
@@ -100,10 +78,7 @@ TEST_F(Session, FromAnEmptyScreenToAPrintedReport) {
     Key(Qt::Key_N, Qt::ControlModifier);
     {
         const Driver driver({[](QWidget& window) {
-            ClickLeaves(window, {{"Customers", "Country"},
-                                 {"Customers", "Company"},
-                                 {"Date/Time/Page", "Page #"},
-                                 {"Customers", "Credit Limit"}});
+            ClickLeaves(window, {"Country", "Company", "Page #", "Credit Limit"});
         }});
         Choose("Ins_0");
     }
@@ -170,7 +145,7 @@ TEST_F(Session, FromAnEmptyScreenToAPrintedReport) {
     Key(Qt::Key_R, Qt::ControlModifier);
     EXPECT_TRUE(user.messages.empty()) << user.messages.front();
     ASSERT_TRUE(fs::exists(folder.File("CUSTOMERS.PDF")));
-    const std::string text = OutputOf("pdftotext -layout '" + folder.File("CUSTOMERS.PDF") + "' -");
+    const std::string text = print::RunTool("pdftotext -layout '" + folder.File("CUSTOMERS.PDF") + "' -").output;
     EXPECT_NE(text.find("Customers by country"), std::string::npos);
 
     // The same on the screen, from the saved layout with another output in its settings.

@@ -52,6 +52,17 @@ void Driver::Look() {
 
 void Click(QWidget& control) { QTest::mouseClick(&control, Qt::LeftButton); }
 
+QTreeWidgetItem& NodeOf(QTreeWidget& tree, const char* text) {
+    const auto found = tree.findItems(QString::fromUtf8(text), Qt::MatchExactly | Qt::MatchRecursive);
+    if (found.isEmpty()) throw std::runtime_error(std::string("no node ") + text);
+    return *found.front();
+}
+
+void ClickNode(QTreeWidget& tree, QTreeWidgetItem& node) {
+    tree.scrollToItem(&node);  // opens what is above
+    QTest::mouseClick(tree.viewport(), Qt::LeftButton, {}, tree.visualItemRect(&node).center());
+}
+
 void Press(QWidget& control, Qt::Key key, Qt::KeyboardModifiers held) { QTest::keyClick(&control, key, held); }
 
 void Press(Qt::Key key, Qt::KeyboardModifiers held) {

@@ -5,6 +5,7 @@
 #include <QPushButton>
 #include <QTest>
 #include <QTimer>
+#include <QTreeWidget>
 #include <functional>
 #include <string>
 
@@ -44,6 +45,10 @@ Control& Named(QWidget& window, const char* name) {
 }
 
 void Click(QWidget& control);
+/// A node of a tree by its text, however deep; the test fails, and ends, where there is none.
+QTreeWidgetItem& NodeOf(QTreeWidget& tree, const char* text);
+/// Clicks a node, after opening the tree down to it.
+void ClickNode(QTreeWidget& tree, QTreeWidgetItem& node);
 void Press(QWidget& control, Qt::Key key, Qt::KeyboardModifiers held = Qt::NoModifier);
 /// Into whatever has the focus, as a keyboard does.
 void Press(Qt::Key key, Qt::KeyboardModifiers held = Qt::NoModifier);

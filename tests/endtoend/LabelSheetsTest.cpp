@@ -2,8 +2,6 @@
 // document finds them.
 #include <gtest/gtest.h>
 
-#include <algorithm>
-#include <cmath>
 #include <sstream>
 
 #include "endtoend/Support.h"
@@ -12,9 +10,6 @@ namespace endtoend {
 namespace {
 
 namespace fs = std::filesystem;
-
-constexpr double twipsPerInch = 1440;
-constexpr double tenthOfMillimetre = twipsPerInch / 254;
 
 struct LabelStyle {
     const char* name;
@@ -69,11 +64,6 @@ std::string LabelLayout(const LabelStyle& style, const fs::path& database) {
     return text.str();
 }
 
-/// Edge of the label at `position` (from 0) by the label settings.
-double EdgeOf(int position, double size, double gap, double margin) {
-    return std::max((size + gap) * position + margin, 0.0) * twipsPerInch;
-}
-
 class LabelSheet : public testing::TestWithParam<LabelStyle> {};
 
 TEST_P(LabelSheet, EveryTextStandsAtItsLabelToATenthOfAMillimetre) {
@@ -91,15 +81,11 @@ TEST_P(LabelSheet, EveryTextStandsAtItsLabelToATenthOfAMillimetre) {
         for (int label = 0; label < orders; ++label) {
             const int column = label % style.across;
             const int row = label / style.across % style.down;
-            const double left = EdgeOf(column, style.width, style.horizontalGap, style.left);
+            const double left = quillform::LabelEdge(column, style.width, style.horizontalGap, style.left);
             // The first row of a label stands one row below the label's upper edge.
-            const double top = EdgeOf(row, style.height, style.verticalGap, style.top) + style.rowHeight;
+            const double top = quillform::LabelEdge(row, style.height, style.verticalGap, style.top) + style.rowHeight;
             const auto expect = [&](const std::string& text, double x, double y) {
-                const auto found = std::find_if(words.begin(), words.end(), [&](const PlacedWord& word) {
-                    return word.text == text && word.page == label / (style.across * style.down) &&
-                           std::abs(word.left - x) <= tenthOfMillimetre && std::abs(word.top - y) <= tenthOfMillimetre;
-                });
-                EXPECT_NE(found, words.end())
+                EXPECT_TRUE(quillform::HasWordAt(words, text, label / (style.across * style.down), x, y))
                     << walk << ": no \"" << text << "\" on label " << label << " at " << x << ", " << y << " twips";
             };
             expect(std::to_string(firstOrder + label), left + firstRowColumn * columnTwips, top);

@@ -140,21 +140,8 @@ std::vector<Row> ExportedRows(const fs::path& database, const std::string& table
     return rows;
 }
 
-// From lines such as <word xMin="18.0" yMin="18.1" xMax="55.3" yMax="29.3">text</word>, points.
 std::vector<PlacedWord> WordsOf(const fs::path& document) {
-    const Outcome read = RunProgram({"pdftotext", "-bbox", document.string(), "-"});
-    std::vector<PlacedWord> words;
-    int page = -1;
-    for (const std::string& line : Lines(read.output)) {
-        if (line.find("<page ") != std::string::npos) ++page;
-        if (line.find("<word ") == std::string::npos) continue;
-        const auto twips = [&line](std::string_view name) {
-            return std::stod(line.substr(line.find(name) + name.size())) * 20;
-        };
-        const std::size_t text = line.find("\">") + 2;
-        words.push_back({page, twips("xMin=\""), twips("yMin=\""), line.substr(text, line.find("</") - text)});
-    }
-    return words;
+    return quillform::WordsIn(RunProgram({"pdftotext", "-bbox", document.string(), "-"}).output);
 }
 
 std::map<std::string, std::string> Snapshot(const fs::path& folder) {

@@ -6,6 +6,7 @@
 #include <string_view>
 #include <vector>
 
+#include "PlacedWords.h"
 #include "ScratchFolder.h"
 
 namespace endtoend {
@@ -36,12 +37,8 @@ std::vector<std::vector<std::string>> ParseCsv(std::string_view text);
 using Row = std::map<std::string, std::string>;
 std::vector<Row> ExportedRows(const std::filesystem::path& database, const std::string& table);
 
-/// A word of a PDF, as `pdftotext`, an independent reader, finds it.
-struct PlacedWord {
-    int page;          ///< from 0
-    double left, top;  ///< twips from the sheet's corner
-    std::string text;
-};
+using quillform::PlacedWord;
+/// The words of a PDF on all its pages.
 std::vector<PlacedWord> WordsOf(const std::filesystem::path& document);
 
 /// Names and contents of the files of a folder, for "nothing changed on disk".

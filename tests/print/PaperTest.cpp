@@ -71,7 +71,7 @@ TEST(PaperTest, PositionsCountFromThePrintableAreaOrFromTheSheet) {
         target->SetCurrentY(2880);
         target->Print("here");
         target->EndDoc();
-        const std::vector<Word> words = WordsOf(folder / "origin.pdf");
+        const std::vector<PlacedWord> words = WordsOfFirstPage(folder / "origin.pdf");
         ASSERT_EQ(words.size(), 1U);
         EXPECT_NEAR(words[0].left, 1440 + edge - kEdge, 1);
         EXPECT_NEAR(words[0].top, 2880 + edge - kEdge, 1);

@@ -42,7 +42,7 @@ TEST(PdfDrawingTest, TextLandsWhereItWasSetAndIsAsWideAsMeasured) {
     }
     target->EndDoc();
 
-    const std::vector<Word> words = WordsOf(folder / "places.pdf");
+    const std::vector<PlacedWord> words = WordsOfFirstPage(folder / "places.pdf");
     ASSERT_EQ(words.size(), std::size(cases));
     for (std::size_t i = 0; i < words.size(); ++i) {
         const Case& c = cases[i];

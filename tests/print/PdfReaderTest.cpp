@@ -53,7 +53,7 @@ TEST(PdfReaderTest, CharactersTheFontLacksComeFromAnother) {
     target->EndDoc();
     const std::string fonts = RunTool("pdffonts " + Quoted(folder / "a.pdf")).output;
     if (CountOf(fonts, "Identity-H") < 2) GTEST_SKIP() << "no two fonts installed that share the text";
-    const auto words = WordsOf(folder / "a.pdf");
+    const auto words = WordsOfFirstPage(folder / "a.pdf");
     ASSERT_FALSE(words.empty());
     EXPECT_EQ(TextOf(folder / "a.pdf"), std::string(umbrella) + "\n");
     EXPECT_NEAR(words.back().right - words.front().left, width, 1);
@@ -98,7 +98,7 @@ TEST(PdfReaderTest, OpenTypeOutlinesAreEmbeddedAndReadBack) {
     EXPECT_NE(fonts.find("CID Type 0C"), std::string::npos) << fonts;
     EXPECT_NE(fonts.find("yes yes yes"), std::string::npos) << fonts;
     EXPECT_EQ(RunTool("pdftoppm -singlefile " + pdf + " " + Quoted(folder / "x")).output, "");
-    const std::vector<Word> words = WordsOf(folder / "opentype.pdf");
+    const std::vector<PlacedWord> words = WordsOfFirstPage(folder / "opentype.pdf");
     ASSERT_EQ(words.size(), 2U);
     EXPECT_EQ(words[0].text, "Hamburg");
     EXPECT_NEAR(words[0].right - words[0].left, width, 5);

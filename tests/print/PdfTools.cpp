@@ -45,19 +45,15 @@ std::string Quoted(const std::filesystem::path& path) {
     return quoted += '\'';
 }
 
-// Lines such as <word xMin="18.0" yMin="18.1" xMax="55.3" yMax="29.3">text</word>.
-std::vector<Word> WordsOf(const std::filesystem::path& pdf) {
-    std::istringstream page(RunTool("pdftotext -l 1 -bbox " + Quoted(pdf) + " -").output);
-    std::vector<Word> words;
-    for (std::string line; std::getline(page, line);) {
-        const std::size_t text = line.find("\">"), end = line.find("</word>");
-        if (line.find("<word ") == std::string::npos || text == std::string::npos || end == std::string::npos) continue;
-        const auto twips = [&](const std::string& name) {
-            return std::stod(line.substr(line.find(name + "=\"") + name.size() + 2)) * 20 - kEdge;
-        };
-        words.push_back(
-            {line.substr(text + 2, end - text - 2), twips("xMin"), twips("yMin"), twips("xMax"), twips("yMax")});
-    }
+std::vector<PlacedWord> WordsOf(const std::filesystem::path& pdf) {
+    return WordsIn(RunTool("pdftotext -bbox " + Quoted(pdf) + " -").output);
+}
+
+std::vector<PlacedWord> WordsOfFirstPage(const std::filesystem::path& pdf) {
+    std::vector<PlacedWord> words = WordsOf(pdf);
+    std::erase_if(words, [](const PlacedWord& word) { return word.page > 0; });
+    for (PlacedWord& word : words)
+        for (double* const place : {&word.left, &word.top, &word.right, &word.bottom}) *place -= kEdge;
     return words;
 }
 

@@ -6,6 +6,7 @@
 #include <string_view>
 #include <vector>
 
+#include "PlacedWords.h"
 #include "ScratchFolder.h"
 #include "print/PdfTarget.h"
 
@@ -21,12 +22,9 @@ bool HasTool(const std::string& name);
 ToolResult RunTool(const std::string& command);
 std::string Quoted(const std::filesystem::path& path);
 
-struct Word {
-    std::string text;
-    double left = 0, top = 0, right = 0, bottom = 0;  ///< twips in the printable area
-};
-/// The words of the first page, where a reader finds them.
-std::vector<Word> WordsOf(const std::filesystem::path& pdf);
+std::vector<PlacedWord> WordsOf(const std::filesystem::path& pdf);
+/// The words of the first page by their places in the printable area.
+std::vector<PlacedWord> WordsOfFirstPage(const std::filesystem::path& pdf);
 /// The text of all pages in reading order, without the page ends.
 std::string TextOf(const std::filesystem::path& pdf);
 

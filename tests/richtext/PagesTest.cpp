@@ -22,8 +22,8 @@ struct Printed {
     std::unique_ptr<print::PdfTarget> target;
 };
 
-const print::Word& Find(const std::vector<print::Word>& words, std::string_view text) {
-    static const print::Word missing{"missing", -1, -1, -1, -1};
+const PlacedWord& Find(const std::vector<PlacedWord>& words, std::string_view text) {
+    static const PlacedWord missing{-1, -1, -1, -1, -1, "missing"};
     const auto found = std::find_if(words.begin(), words.end(), [&](const auto& word) { return word.text == text; });
     return found == words.end() ? missing : *found;
 }
@@ -38,11 +38,11 @@ TEST(PagesTest, ItemsStandOnTheStopsOfTheirTabs) {
     const auto words = print::WordsOf(printed.file);
     ASSERT_EQ(words.size(), 4U);
     for (const auto& [text, stop] : {std::pair{"Smith", 2}, {"Berlin", 4}, {"1,234.50", 6}, {"next", 0}})
-        EXPECT_NEAR(Find(words, text).left + kEdge, 720 + stop * 720, 2) << text;
+        EXPECT_NEAR(Find(words, text).left, 720 + stop * 720, 2) << text;
     // The line is as high as the Courier in it, from the upper margin on.
     FontSpec courier{"Courier New", 10};
     const double height = printed.target->TextHeight(printed.target->Font(courier));
-    EXPECT_NEAR(Find(words, "Berlin").top + kEdge, 720, 30);
+    EXPECT_NEAR(Find(words, "Berlin").top, 720, 30);
     EXPECT_NEAR(Find(words, "next").top - Find(words, "Smith").top, height, 30);
 }
 
@@ -92,8 +92,8 @@ TEST(PagesTest, LabelsStandInTheirCells) {
     for (const int row : {0, 4, 9}) {
         const auto& left = Find(words, "L" + std::to_string(row));
         const auto& right = Find(words, "R" + std::to_string(row));
-        EXPECT_NEAR(left.left + kEdge, 720 + 360, 2);
-        EXPECT_NEAR(right.left + kEdge, 720 + 4140 + 180 + 360, 2);
+        EXPECT_NEAR(left.left, 720 + 360, 2);
+        EXPECT_NEAR(right.left, 720 + 4140 + 180 + 360, 2);
         EXPECT_NEAR(left.top - Find(words, "L0").top, row * 1440, 2);
     }
 }
@@ -123,7 +123,7 @@ TEST(PagesTest, PlainTextIsPrintedInOneFont) {
     for (int i = 0; i < 200; ++i) text += "word" + std::to_string(i) + " ";
     PrintText(text, *printed.target);
     EXPECT_EQ(printed.target->PageCount(), 2);
-    const auto words = print::WordsOf(printed.file);
+    const auto words = print::WordsOfFirstPage(printed.file);
     ASSERT_EQ(words.size(), 3U);
     EXPECT_NEAR(words[1].left, 8 * letter, 2);
     EXPECT_NEAR(words[2].left, 2 * letter, 2);
