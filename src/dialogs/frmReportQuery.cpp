@@ -36,7 +36,7 @@ void Choose(QComboBox& box, const std::string& text) { box.setCurrentIndex(box.f
 frmReportQuery::frmReportQuery(Layout& layout, UserInterface& user, DBEngine& engine, const Clock& clock,
                                QWidget* parent)
     : QDialog(parent),
-      endProgram([] { QApplication::quit(); }),
+      endProgram([] { QApplication::closeAllWindows(); }),
       layout_(layout),
       user_(user),
       engine_(engine),

@@ -36,7 +36,7 @@ public:
     int exec() override;
 
     /// Called after an error that ends the program, when the lines are the layout's and the form is closed. Unless set,
-    /// it is Qt's quit, which closes every window.
+    /// it closes every window, so that each can keep what it has.
     std::function<void()> endProgram;
 
 protected:
