@@ -10,6 +10,7 @@
 #include <QStyle>
 #include <QTreeWidget>
 #include <algorithm>
+#include <memory>
 
 #include "dialogs/TellFailure.h"
 #include "dialogs/frmMeasureBoxes.h"
@@ -67,14 +68,17 @@ frmReportQuery::frmReportQuery(Layout& layout, UserInterface& user, DBEngine& en
 int frmReportQuery::exec() { return Form_Activate() ? QDialog::exec() : Rejected; }
 
 bool frmReportQuery::Form_Activate() {
+    std::unique_ptr<Database> database;
     try {
-        FillTree(*OpenReportDatabase(layout_, engine_));
+        database = OpenReportDatabase(layout_, engine_);
     } catch (const RunTimeError&) {
         user_.Message(
             "Cannot locate the database.  Select [Edit], [Report Options], and go to the [Database] folder.  Locate "
             "your Brindlemark database.");
         return false;
     }
+    // One that opens and has no catalog isn't helped by looking for it.
+    if (!DoneOrTold(user_, [&] { FillTree(*database); })) return false;
     FillFormulas();
     return true;
 }

@@ -71,7 +71,8 @@ void frmReportQuery::MakeParts() {
     Formulas_ = new QListWidget;
     Formulas_->setObjectName(QStringLiteral("Formulas"));
     Formulas_->setAccessibleName(QStringLiteral("Lines of the query"));
-    Formulas_->setUniformItemSizes(true);
+    const int letterHeight = Formulas_->fontMetrics().ascent();
+    Formulas_->setIconSize({letterHeight, letterHeight});  // a warning makes no line higher
     AddCmd_ = NewButton("AddCmd", "Add>>");
     EdtCmd_ = NewButton("EdtCmd", "<<Edit");
     DelCmd_ = NewButton("DelCmd", "<Delete>");

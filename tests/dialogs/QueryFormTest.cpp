@@ -330,6 +330,13 @@ TEST_F(QueryForm, ADatabaseThatIsGoneIsToldAndChangesNothing) {
     EXPECT_EQ(layout.Queries.Item(2).Code, 4);
 }
 
+TEST_F(QueryForm, ADatabaseWithoutItsCatalogIsToldAsSuch) {
+    engine->CreateDatabase(layout.settings.strDatabase[1], DatabaseVersion::Jet30);
+    Show(std::vector<Driver::Step>{});
+    ASSERT_EQ(user.messages.size(), 1U);
+    EXPECT_NE(user.messages[0].find("Report - Index"), std::string::npos) << user.messages[0];
+}
+
 TEST_F(QueryForm, AnEmptyCatalogOffersNothing) {
     testing::MakeCatalog(*engine, layout.settings.strDatabase[1], {});
     Show([&](QWidget&) {
