@@ -69,6 +69,7 @@ struct Answers {
     std::string fileName;  ///< for messages; empty where the answers come from no file
     Unlisted unlisted = Unlisted::Default;
     Unlisted unlistedLinks = Unlisted::Default;
+    bool commonSheets = true;  ///< the common label sheets are added to a labels table that is made
     std::vector<TableAnswers> tables;
     std::vector<LinkAnswers> links;
 };

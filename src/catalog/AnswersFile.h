@@ -13,6 +13,7 @@ namespace quillform {
 //
 //   unlisted fields default|no|stop     tables and fields that the file doesn't name; "default" where it isn't said
 //   unlisted links default|no|stop      pairs of tables
+//   label sheets yes|no                 the common label sheets are added; "yes" where it isn't said
 //   table [NAME]      no table [NAME]
 //     field [NAME]    no field [NAME]
 //       as text WIDTH                   a memo or GUID described as text

@@ -51,6 +51,7 @@ public:
         text_ += "\n";
         Line(0, "unlisted fields", WordOf(answers.unlisted));
         Line(0, "unlisted links", WordOf(answers.unlistedLinks));
+        if (!answers.commonSheets) Line(0, "label sheets", "no");
         for (const TableAnswers& table : answers.tables) Write(table);
         if (!answers.links.empty()) text_ += "\n";
         for (const LinkAnswers& link : answers.links) Write(link);

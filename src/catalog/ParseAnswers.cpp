@@ -63,6 +63,7 @@ private:
 
     void TakeUnlistedFields(std::string_view value) { answers_.unlisted = UnlistedOf(value); }
     void TakeUnlistedLinks(std::string_view value) { answers_.unlistedLinks = UnlistedOf(value); }
+    void TakeLabelSheets(std::string_view value) { answers_.commonSheets = YesOrNo(value); }
     void TakeTable(std::string_view value) { AddTable(value, true); }
     void TakeNoTable(std::string_view value) { AddTable(value, false); }
     void TakeField(std::string_view value) { AddField(value, true); }
@@ -246,6 +247,7 @@ void Parser::TakeAnswer(std::string_view line) {
     static constexpr Keyword keywords[] = {
         {"unlisted fields", &Parser::TakeUnlistedFields},
         {"unlisted links", &Parser::TakeUnlistedLinks},
+        {"label sheets", &Parser::TakeLabelSheets},
         {"table", &Parser::TakeTable},
         {"no table", &Parser::TakeNoTable},
         {"field", &Parser::TakeField},

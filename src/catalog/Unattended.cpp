@@ -6,40 +6,17 @@
 #include "catalog/AnswersPage.h"
 #include "catalog/CatalogTables.h"
 #include "catalog/CheckDatabase.h"
+#include "catalog/CommonSheets.h"
 #include "catalog/FieldRows.h"
 #include "catalog/Quoted.h"
 #include "catalog/RecordingPage.h"
 #include "catalog/WizardWalk.h"
+#include "model/Transaction.h"
 #include "model/UserInterface.h"
 
 namespace quillform {
 
 namespace {
-
-/// Many changes as one: dropped unless Commit is reached.
-class Transaction {
-public:
-    explicit Transaction(Database& database) : database_(database) { database_.BeginTrans(); }
-    ~Transaction() {
-        if (isDone_) return;
-        try {
-            database_.Rollback();
-        } catch (const RunTimeError&) {
-            // The failure that led here is the one to tell; what isn't committed never reaches the file anyway.
-        }
-    }
-    Transaction(const Transaction&) = delete;
-    Transaction& operator=(const Transaction&) = delete;
-
-    void Commit() {
-        database_.CommitTrans();
-        isDone_ = true;
-    }
-
-private:
-    Database& database_;
-    bool isDone_ = false;
-};
 
 /// Nobody: wants every table that is missing, and hands what the walk says to the page that gave the answer.
 class UnattendedUser final : public UserInterface {
@@ -57,7 +34,8 @@ private:
 /// The walk with answers at hand: each table is looked up before its questions come.
 class UnattendedWalk final : public ConfigurationWalk {
 public:
-    UnattendedWalk(AnswersPage& page, WizardWalk& walk) : page_(page), walk_(walk) {}
+    UnattendedWalk(AnswersPage& page, WizardWalk& walk, bool addsSheets)
+        : page_(page), walk_(walk), addsSheets_(addsSheets) {}
 
     void ConfigureTableFields(Database& database, const TableDef& table, Recordset& index) override {
         walk_.ConfigureTableFields(database, page_.Prepare(table), index);
@@ -66,11 +44,14 @@ public:
                                 std::string_view firstPath, std::string_view secondPath) override {
         walk_.ConfigureTableRelation(first, second, relations, firstPath, secondPath);
     }
-    void MaintainLabels(Database&) override {}
+    void MaintainLabels(Database& database) override {
+        if (addsSheets_) AddSheets(database, commonSheets);
+    }
 
 private:
     AnswersPage& page_;
     WizardWalk& walk_;
+    bool addsSheets_;
 };
 
 std::string Counted(std::size_t count, std::string_view singular, std::string_view plural) {
@@ -141,7 +122,7 @@ struct Missing {
     bool labels;
 };
 
-void Tell(Database& database, const Missing& missing, ConfigurationReport& report) {
+void Tell(Database& database, const Missing& missing, bool hasSheets, ConfigurationReport& report) {
     if (missing.index || missing.relations) {
         const Summary summary(database);
         if (missing.index) report.made.push_back(summary.OfIndex());
@@ -149,7 +130,10 @@ void Tell(Database& database, const Missing& missing, ConfigurationReport& repor
         const std::string amounts = missing.index ? summary.OfWholeAmounts() : std::string();
         if (!amounts.empty()) report.notes.push_back(amounts);
     }
-    if (missing.labels) report.made.push_back("Made the table " + Quoted(catalogLabelsTable) + ", empty.");
+    if (missing.labels)
+        report.made.push_back("Made the table " + Quoted(catalogLabelsTable) +
+                              (hasSheets ? " with the " + std::to_string(commonSheets.size()) + " common label sheets."
+                                         : std::string(", empty.")));
 }
 
 }  // namespace
@@ -173,11 +157,12 @@ ConfigurationReport ConfigureByAnswers(Database& database, std::string_view data
     RecordingPage recording(page);
     UnattendedUser user(page);
     WizardWalk wizard(recording, user, {}, path);
-    UnattendedWalk walk(page, wizard);
+    UnattendedWalk walk(page, wizard, answers.commonSheets);
     CompleteCatalog(database, path, user, walk, OnFailure::Stop);
     report.notes = page.Finish();
     report.answered = recording.Recorded(database);
-    Tell(database, missing, report);
+    report.answered.commonSheets = answers.commonSheets;
+    Tell(database, missing, answers.commonSheets, report);
     if (changes == Changes::Keep) work.Commit();
     return report;
 }

@@ -25,8 +25,9 @@ enum class Changes { Keep, Drop };
 
 /// Configures a database for reports without asking: makes those of the three catalog tables that are missing and fills
 /// them by the same walk that leads a person through the questions, with these answers, as one transaction. Where all
-/// three are there, nothing changes. `databasePath` goes into the rows. `Report - Labels` is made empty. With
-/// Changes::Drop the database is left as it was, and the report tells what would have been done.
+/// three are there, nothing changes. `databasePath` goes into the rows. `Report - Labels` gets the common sheets unless
+/// the answers say no. With Changes::Drop the database is left as it was, and the report tells what would have been
+/// done.
 ///
 /// What the answers don't name goes by their rules. Proposed answers give every table that a user made in this file
 /// (system, hidden and linked tables don't take part) a row for each field under its own name and with its proposed

@@ -101,7 +101,7 @@ clssFields& LayoutDraft::Value(std::string_view field, int row, int left, int le
     return item;
 }
 
-void LayoutDraft::UseLabels(const LabelSheet& sheet) {
+void LayoutDraft::UseLabels(const CommonSheet& sheet) {
     ReportSettings& settings = layout_.settings;
     settings.boolLabels = true;
     settings.intLabelsAcross = static_cast<std::int16_t>(sheet.across);

@@ -5,8 +5,8 @@
 #include <vector>
 
 #include "catalog/CatalogTables.h"
+#include "catalog/CommonSheets.h"
 #include "model/Layout.h"
-#include "sample/LabelSheets.h"
 
 namespace quillform::sample {
 
@@ -75,7 +75,7 @@ public:
     /// A data item on its own, without heading.
     clssFields& Value(std::string_view field, int row, int left, int length, const Look& look, unsigned traits = None);
     /// Each record on a label of the sheet; positions count from the label's corner.
-    void UseLabels(const LabelSheet& sheet);
+    void UseLabels(const CommonSheet& sheet);
     /// An empty row of the detail, to set the records apart.
     void Spacer(int row, int left);
     /// A condition on a catalog row; `join` is "AND" or "OR".

@@ -5,8 +5,8 @@
 
 #include "catalog/CatalogDefinitions.h"
 #include "catalog/CatalogWriter.h"
+#include "catalog/CommonSheets.h"
 #include "catalog/FieldRows.h"
-#include "sample/LabelSheets.h"
 #include "sample/SampleDatabase.h"
 
 namespace quillform::sample {
@@ -103,8 +103,6 @@ constexpr Link links[] = {
     {"Products", "Order Lines", "Product ID"},
 };
 
-constexpr int letterPaper = 1;
-
 CatalogRow FormulaRow(const Entry& entry, const Field& field) {
     const bool isText = field.Type == FieldType::Text;
     CatalogRow row = isText ? TextRow(entry.table, field, entry.description, "")
@@ -156,21 +154,6 @@ std::unique_ptr<Recordset> MakeTable(Database& database, const TableDef& table) 
     return database.OpenRecordset(table.Name, RecordsetType::Dynaset, RecordsetOption::AppendOnly);
 }
 
-void WriteSheet(Recordset& rows, const LabelSheet& sheet) {
-    rows.AddNew();
-    rows.SetValue("Label Description", Value::Text(std::string(sheet.description)));
-    rows.SetValue("Left Margin", Value::Single(sheet.leftMargin));
-    rows.SetValue("Top Margin", Value::Single(sheet.topMargin));
-    rows.SetValue("Height", Value::Single(sheet.height));
-    rows.SetValue("Width", Value::Single(sheet.width));
-    rows.SetValue("Across", Value::Single(sheet.across));
-    rows.SetValue("Down", Value::Single(sheet.down));
-    rows.SetValue("Horizontal Gap", Value::Single(sheet.horizontalGap));
-    rows.SetValue("Vertical Gap", Value::Single(sheet.verticalGap));
-    rows.SetValue("Paper Size", Value::Integer(letterPaper));
-    rows.Update();
-}
-
 }  // namespace
 
 void WriteCatalog(Database& database, std::string_view path) {
@@ -188,8 +171,8 @@ void WriteCatalog(Database& database, std::string_view path) {
     for (const Link& link : links)
         relations.Write(
             {std::string(link.table1), std::string(link.table2), std::string(link.field), std::string(link.field)});
-    const auto labels = MakeTable(database, LabelsTableDef());
-    for (const LabelSheet& sheet : labelSheets) WriteSheet(*labels, sheet);
+    database.AppendTable(LabelsTableDef());
+    AddSheets(database, commonSheets);
     database.CommitTrans();
 }
 

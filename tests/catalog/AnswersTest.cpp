@@ -19,6 +19,7 @@ const std::string whole =
     "\n"
     "unlisted fields no\n"
     "unlisted links default\n"
+    "label sheets no\n"
     "\n"
     "table [Goods]\n"
     "  field [Goods No]\n"
@@ -62,6 +63,7 @@ TEST(AnswersFile, FaultsAreToldWithTheirLine) {
     const Case cases[] = {
         {"tabel [A]", "a.txt, line 2: \"tabel [A]\" begins with no word that an answers file knows."},
         {"tables [A]", "a.txt, line 2: \"tables [A]\" begins with no word that an answers file knows."},
+        {"label sheets some", "a.txt, line 2: \"some\" is neither yes nor no."},
         {"table A", "a.txt, line 2: A name in brackets is missing."},
         {"table [A", "a.txt, line 2: A closing ] is missing."},
         {"table [A]]", "a.txt, line 2: A closing ] is missing."},

@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include "catalog/CatalogTables.h"
+#include "catalog/CommonSheets.h"
 #include "catalog/MemoryDatabase.h"
 #include "catalog/Unattended.h"
 
@@ -73,7 +74,18 @@ TEST(DefaultAnswers, WriteTheRowsOfTheProposedAnswers) {
                                                                                        {"Table2", "Sales"},
                                                                                        {"Field1", "Goods No"},
                                                                                        {"Field2", "Goods No"}}));
-    EXPECT_TRUE(file.records["Report - Labels"].empty());
+    ASSERT_EQ(file.records["Report - Labels"].size(), commonSheets.size());
+    EXPECT_EQ(file.Record("Report - Labels", 0),
+              (std::map<std::string, std::string>{{"Label Description", "Address, 30/sheet, 1 x 2 5/8 in., as 5160"},
+                                                  {"Left Margin", "0.1875"},
+                                                  {"Top Margin", "0.5"},
+                                                  {"Height", "1"},
+                                                  {"Width", "2.625"},
+                                                  {"Across", "3"},
+                                                  {"Down", "10"},
+                                                  {"Horizontal Gap", "0.125"},
+                                                  {"Vertical Gap", "0"},
+                                                  {"Paper Size", "1"}}));
 }
 
 TEST(DefaultAnswers, TellWhatWasDone) {
@@ -82,13 +94,24 @@ TEST(DefaultAnswers, TellWhatWasDone) {
     const std::vector<std::string> expected = {
         "Made the table \"Report - Index\" with 14 rows for 11 fields of 2 tables.",
         "Made the table \"Report - Relation\" with 1 relation.",
-        "Made the table \"Report - Labels\", empty.",
+        "Made the table \"Report - Labels\" with the 17 common label sheets.",
         "The field \"Photo\" of \"Goods\" is left out: OLE object fields can't be printed.",
         "The field \"Raw\" of \"Goods\" is left out: Binary fields can't be printed.",
         "1 currency or decimal field has the mask \"###,###,##0\", which prints no decimals; an item that should show "
         "them needs another mask.",
     };
     EXPECT_EQ(ConfigureWithDefaults(database, "/data/shop.mdb").Lines(), expected);
+}
+
+TEST(DefaultAnswers, LeaveTheLabelSheetsOutWhereTheAnswersSayNo) {
+    MemoryFile file = Shop();
+    MemoryDatabase database(file);
+    Answers answers;
+    answers.commonSheets = false;
+    const ConfigurationReport report = ConfigureByAnswers(database, "/data/shop.mdb", answers);
+    EXPECT_TRUE(file.records["Report - Labels"].empty());
+    EXPECT_EQ(report.made.back(), "Made the table \"Report - Labels\", empty.");
+    EXPECT_FALSE(report.answered.commonSheets);
 }
 
 TEST(DefaultAnswers, ASecondTimeChangesNothing) {
