@@ -1,5 +1,6 @@
 #include "desktop/Configuration.h"
 
+#include <QApplication>
 #include <algorithm>
 
 #include "catalog/AnswersFile.h"
@@ -8,6 +9,7 @@
 #include "catalog/RecordingPage.h"
 #include "catalog/WizardWalk.h"
 #include "catalog/frmRptWizard.h"
+#include "dialogs/frmLabelMaintenance.h"
 #include "platform/OutputFile.h"
 
 namespace quillform {
@@ -24,7 +26,11 @@ bool HasCatalog(const Database& database) {
 WizardOutcome Walk(const std::optional<std::string>& databasePath, DBEngine& engine, DesktopUser& user) {
     frmRptWizard form(engine, databasePath.value_or(std::string()));
     RecordingPage page(form);
-    WizardWalk walk(page, user);
+    bool hasCommonSheets = true;
+    const auto showLabelStyles = [&](const Database& database) {
+        hasCommonSheets = dialogs::ShowLabelStyles(database.Name(), user, engine, QApplication::activeWindow());
+    };
+    WizardWalk walk(page, user, showLabelStyles);
     WizardOutcome outcome;
     std::unique_ptr<Database> database;
     try {
@@ -36,6 +42,7 @@ WizardOutcome Walk(const std::optional<std::string>& databasePath, DBEngine& eng
     if (database == nullptr) return outcome;
     outcome.isComplete = !outcome.wasLeft && HasCatalog(*database);
     outcome.answered = page.Recorded(*database);
+    outcome.answered.commonSheets = hasCommonSheets;
     outcome.givesAllRows = page.GivesAllRows();
     return outcome;
 }

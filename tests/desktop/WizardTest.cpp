@@ -267,11 +267,18 @@ TEST_F(Wizard, ConfiguresAndRecords) {
                          no,         // the other table
                          enter, no,  // alter the database? are they linked?
                          enter,      // alter the database?
-                         enter});    // done
+                         enter,      // the common label sheets?
+                         [](QWidget& window) {
+                             EXPECT_EQ(Named<QLineEdit>(window, "Custom_8").text(),
+                                       "Address, 14/sheet, 1 1/2 x 4 in., as 5159");
+                             Press(Qt::Key_Escape);
+                         },
+                         enter});  // done
     quillform::Configure(path_, *engine_, user, folder_.File("answers.txt"));
     EXPECT_EQ(IndexRows(), Lines{"1|Goods|No|Number|11|###,###,##0|True|False|False| |0| | | "});
     const std::string recorded = (std::stringstream() << std::ifstream(folder_.File("answers.txt")).rdbuf()).str();
     EXPECT_NE(recorded.find("description Number"), std::string::npos) << recorded;
+    EXPECT_EQ(recorded.find("label sheets"), std::string::npos) << recorded;
 }
 
 TEST_F(Wizard, LeavingKeepsWhatWasAnswered) {

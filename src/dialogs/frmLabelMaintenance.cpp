@@ -1,0 +1,228 @@
+#include "dialogs/frmLabelMaintenance.h"
+
+#include <QBoxLayout>
+#include <QComboBox>
+#include <QFormLayout>
+#include <QFrame>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QShortcut>
+#include <QTimer>
+#include <algorithm>
+#include <utility>
+
+#include "dialogs/PaperSizes.h"
+#include "dialogs/SheetOffer.h"
+#include "dialogs/TellFailure.h"
+#include "dialogs/frmMeasureBoxes.h"
+#include "support/frmControls.h"
+#include "support/frmSizeForm.h"
+#include "support/frmText.h"
+
+namespace quillform::dialogs {
+
+namespace {
+
+constexpr std::size_t descriptionBox = labelMeasures.size();
+constexpr int longestDescription = 50;
+constexpr int noPaper = -1;  // index in the list
+
+int LimitOf(std::size_t box) { return box == descriptionBox ? longestDescription : longestMeasure; }
+
+/// A paper that the list doesn't have is shown as none: the list would else tell the paper of another style.
+int IndexOf(std::optional<int> paper) {
+    const auto found = std::ranges::find(paperSizes, paper, [](const PaperSize& size) { return size.number; });
+    return found == paperSizes.end() ? noPaper : static_cast<int>(found - paperSizes.begin());
+}
+
+}  // namespace
+
+frmLabelMaintenance::frmLabelMaintenance(std::string databasePath, UserInterface& user, DBEngine& engine,
+                                         QWidget* parent)
+    : QDialog(parent), user_(user), styles_(engine, databasePath) {
+    setObjectName(QStringLiteral("frmLabelMaintenance"));
+    setWindowTitle(QStringLiteral("Add/Edit/Delete Label Styles"));
+    auto* const Picture1 = new QFrame;
+    Picture1->setObjectName(QStringLiteral("Picture1"));
+    auto* const rows = new QVBoxLayout(Picture1);
+    rows->setContentsMargins(0, 0, 0, 0);
+    rows->addWidget(MakeBoxes(), 1);
+    rows->addWidget(MakeButtons());
+    (new QVBoxLayout(this))->addWidget(Picture1);
+    Form_Load();
+}
+
+QWidget* frmLabelMaintenance::MakeBoxes() {
+    auto* const table = new QWidget;
+    auto* const rows = new QFormLayout(table);
+    rows->setContentsMargins(0, 0, 0, 0);
+    auto* const description = new QLineEdit;
+    description->setObjectName(QStringLiteral("Custom_8"));
+    const QString caption = QStringLiteral("Label Description:");
+    description->setAccessibleName(caption);
+    rows->addRow(caption, description);
+    std::ranges::copy(AddMeasureBoxes(*rows), Custom_.begin());
+    Custom_[descriptionBox] = description;
+    cmbPaperSize_ = new QComboBox;
+    cmbPaperSize_->setObjectName(QStringLiteral("cmbPaperSize"));
+    const QString paperCaption = QStringLiteral("Paper Size:");
+    cmbPaperSize_->setAccessibleName(paperCaption);
+    rows->addRow(paperCaption, cmbPaperSize_);
+    return table;
+}
+
+QWidget* frmLabelMaintenance::MakeButtons() {
+    auto* const row = new QHBoxLayout;
+    row->setContentsMargins(0, 0, 0, 0);
+    const auto add = [&](const char* name, const char* caption, void (frmLabelMaintenance::*click)()) {
+        auto* const button = NewButton(name, caption);
+        connect(button, &QPushButton::clicked, this, click);
+        row->addWidget(button);
+        return button;
+    };
+    cmdPrev_ = add("cmdPrev", "Prev>>", &frmLabelMaintenance::cmdPrev_Click);
+    cmdNext_ = add("cmdNext", "<<Next", &frmLabelMaintenance::cmdNext_Click);
+    position_ = new QLabel;
+    position_->setObjectName(QStringLiteral("position"));
+    row->addWidget(position_, 1);
+    cmdAdd_ = add("cmdAdd", "Add", &frmLabelMaintenance::cmdAdd_Click);
+    cmdUpdate_ = add("cmdUpdate", "Update", &frmLabelMaintenance::cmdUpdate_Click);
+    cmdDelete_ = add("cmdDelete", "Delete", &frmLabelMaintenance::cmdDelete_Click);
+    cmdSave_ = add("cmdSave", "Save", &frmLabelMaintenance::cmdSave_Click);
+    add("cmdExit", "Exit", &frmLabelMaintenance::cmdExit_Click);
+    const auto press = [this](Qt::Key key, QPushButton* button, const char* tip) {
+        // At once, also while the key is held down; a button's own shortcut first shows it pressed.
+        new QShortcut(QKeySequence(key), this, button, &QPushButton::click);
+        button->setToolTip(QStringLiteral("%1 (%2)").arg(QString::fromLatin1(tip),
+                                                         QKeySequence(key).toString(QKeySequence::NativeText)));
+    };
+    press(Qt::Key_PageUp, cmdPrev_, "Previous label style");
+    press(Qt::Key_PageDown, cmdNext_, "Next label style");
+    auto* const buttons = new QWidget;
+    buttons->setLayout(row);
+    return buttons;
+}
+
+void frmLabelMaintenance::Form_Load() {
+    for (const PaperSize& paper : paperSizes) cmbPaperSize_->addItem(ToQt(paper.styleText));
+    cmbPaperSize_->setCurrentIndex(noPaper);
+    ShowLabelStyle();
+    resize(sizeHint());
+    SizeForm(*this);
+}
+
+/// Only when the form is first shown. It also becomes active behind each message box and each look at another program,
+/// and would then go back to the first style, or drop a style that is half entered.
+void frmLabelMaintenance::showEvent(QShowEvent* event) {
+    QDialog::showEvent(event);
+    // After the form stands on the screen, because the message belongs over it.
+    if (!std::exchange(wasActivated_, true)) QTimer::singleShot(0, this, &frmLabelMaintenance::Form_Activate);
+}
+
+void frmLabelMaintenance::Form_Activate() {
+    DoneOrTold(user_, [this] {
+        styles_.MoveFirst();
+        ShowStyleOr("You must add a new label or exit.");
+    });
+}
+
+void frmLabelMaintenance::ShowStyleOr(const char* messageIfNone) {
+    ShowLabelStyle();
+    if (styles_.HasRows()) return;
+    user_.Message(messageIfNone);
+    cmdAdd_Click();
+}
+
+void frmLabelMaintenance::ShowLabelStyle() {
+    const LabelStyle& style = styles_.Current();
+    ShowWhole(*Custom_[descriptionBox], style.description, longestDescription);
+    for (std::size_t i = 0; i < style.measures.size(); ++i) ShowWhole(*Custom_[i], style.measures[i], longestMeasure);
+    cmbPaperSize_->setCurrentIndex(IndexOf(style.paper));
+    ShowState();
+}
+
+void frmLabelMaintenance::ShowState() {
+    const bool isEntering = styles_.IsEntering();
+    const bool hasStyle = styles_.HasRows();
+    for (QLineEdit* const box : Custom_) box->setEnabled(isEntering);
+    cmbPaperSize_->setEnabled(isEntering);
+    cmdAdd_->setEnabled(!isEntering);
+    for (QPushButton* const button : {cmdUpdate_, cmdDelete_, cmdPrev_, cmdNext_})
+        button->setEnabled(!isEntering && hasStyle);
+    cmdSave_->setEnabled(isEntering);
+    cmdSave_->setDefault(isEntering);
+    if (isEntering)
+        position_->setText(styles_.IsAdding() ? QStringLiteral("New style") : QStringLiteral("Changing"));
+    else
+        position_->setText(hasStyle ? QStringLiteral("%1 of %2").arg(styles_.Position() + 1).arg(styles_.Count())
+                                    : QString());
+}
+
+/// The paper stays chosen: the next style is often for the same.
+void frmLabelMaintenance::cmdAdd_Click() {
+    if (!DoneOrTold(user_, [this] { styles_.Add(); })) return;
+    for (std::size_t i = 0; i < Custom_.size(); ++i) ShowWhole(*Custom_[i], {}, LimitOf(i));
+    ShowState();
+    Custom_[descriptionBox]->setFocus();
+}
+
+void frmLabelMaintenance::cmdUpdate_Click() {
+    if (!DoneOrTold(user_, [this] { styles_.Edit(); })) {
+        // Another deleted it.
+        if (!styles_.HasRows()) Form_Activate();
+        return;
+    }
+    ShowLabelStyle();
+    Custom_[descriptionBox]->setFocus();
+}
+
+LabelStyle frmLabelMaintenance::Entered() const {
+    LabelStyle style;
+    style.description = FromQt(Custom_[descriptionBox]->text());
+    for (std::size_t i = 0; i < style.measures.size(); ++i) style.measures[i] = FromQt(Custom_[i]->text());
+    const int chosen = cmbPaperSize_->currentIndex();
+    if (chosen != noPaper) style.paper = paperSizes[static_cast<std::size_t>(chosen)].number;
+    return style;
+}
+
+/// Shows what was stored, which may differ from what was typed, and may be an older style of the same description.
+void frmLabelMaintenance::cmdSave_Click() {
+    if (DoneOrTold(user_, [this] { styles_.Save(Entered()); }))
+        ShowLabelStyle();
+    else
+        ShowState();
+}
+
+void frmLabelMaintenance::cmdDelete_Click() {
+    if (!user_.Ask("Are you sure you want to delete this label?", "Delete Label")) return;
+    if (DoneOrTold(user_, [this] { styles_.Delete(); }))
+        ShowStyleOr("You must add a new label or exit");
+    else if (!styles_.HasRows())
+        Form_Activate();
+}
+
+void frmLabelMaintenance::cmdNext_Click() {
+    DoneOrTold(user_, [this] {
+        styles_.MoveNext();
+        ShowLabelStyle();
+    });
+}
+
+void frmLabelMaintenance::cmdPrev_Click() {
+    DoneOrTold(user_, [this] {
+        styles_.MovePrevious();
+        ShowLabelStyle();
+    });
+}
+
+bool ShowLabelStyles(const std::string& databasePath, UserInterface& user, DBEngine& engine, QWidget* owner) {
+    bool wasAdded = false;
+    DoneOrTold(user, [&] {
+        wasAdded = OfferCommonSheets(databasePath, user, engine);
+        frmLabelMaintenance(databasePath, user, engine, owner).exec();
+    });
+    return wasAdded;
+}
+
+}  // namespace quillform::dialogs
