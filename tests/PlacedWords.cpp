@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 #include <sstream>
+#include <utility>
 
 namespace quillform {
 
@@ -10,6 +11,14 @@ namespace {
 
 constexpr double twipsPerInch = 1440;
 constexpr double twipsPerPoint = 20;
+
+std::string Unescaped(std::string text) {
+    for (const auto& [written, meant] :
+         {std::pair("&quot;", '"'), {"&apos;", '\''}, {"&lt;", '<'}, {"&gt;", '>'}, {"&amp;", '&'}})
+        for (std::size_t at = 0; (at = text.find(written, at)) != std::string::npos; ++at)
+            text.replace(at, std::string_view(written).size(), 1, meant);
+    return text;
+}
 
 }  // namespace
 
@@ -27,7 +36,7 @@ std::vector<PlacedWord> WordsIn(std::string_view boxes) {
             return std::stod(line.substr(line.find(name) + name.size())) * twipsPerPoint;
         };
         words.push_back({page, twips("xMin=\""), twips("yMin=\""), twips("xMax=\""), twips("yMax=\""),
-                         line.substr(text + 2, end - text - 2)});
+                         Unescaped(line.substr(text + 2, end - text - 2))});
     }
     return words;
 }
