@@ -249,13 +249,17 @@ void ReportRun::WalkGroups() {
 }
 
 std::optional<ResolvedPath> FindReportDatabase(const Layout& layout) {
+    return FindReportDatabase(layout, layout.settings.strDatabase[1]);
+}
+
+std::optional<ResolvedPath> FindReportDatabase(const Layout& layout, std::string_view path) {
     std::vector<std::filesystem::path> folders;
     if (!layout.strLayoutFile.empty()) {
         const std::filesystem::path folder = std::filesystem::path(layout.strLayoutFile).parent_path();
         folders.push_back(folder.empty() ? std::filesystem::path(".") : folder);
     }
     if (!layout.strAppPath.empty()) folders.emplace_back(layout.strAppPath);
-    return FindFile(layout.settings.strDatabase[1], folders);
+    return FindFile(path, folders);
 }
 
 std::optional<std::string> FindReportDatabase(const Layout& layout, UserInterface& user) {

@@ -162,6 +162,8 @@ private:
 /// The report database: as the layout has it, else by its file name beside the layout or in the program's folder. Empty
 /// if there is none.
 std::optional<ResolvedPath> FindReportDatabase(const Layout& layout);
+/// The one that it would be if the layout had this path.
+std::optional<ResolvedPath> FindReportDatabase(const Layout& layout, std::string_view path);
 /// The same for the run that opens it: the user is warned of a substitution.
 std::optional<std::string> FindReportDatabase(const Layout& layout, UserInterface& user);
 /// Opens it for a form that reads; RunTimeError FileMissing if there is none, and what OpenDatabase raises.
