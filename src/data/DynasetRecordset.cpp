@@ -112,9 +112,10 @@ void DynasetRecordset::CheckColumn(int column) const {
 }
 
 void DynasetRecordset::CheckWritable() const {
-    if (isReadOnly_ || file_->storage->IsReadOnly())
+    if (isReadOnly_)
         throw RunTimeError(ErrorNumber::ReadOnly,
-                           "The database \"" + file_->storage->Path() + "\" is open for reading only.");
+                           "The database \"" + file_->storage->Path() + "\" was opened for reading only.");
+    file_->storage->CheckWritable();
 }
 
 ValueView DynasetRecordset::Value(int column) const {

@@ -124,6 +124,7 @@ private:
         for (const auto& origin : statement.origins)
             if (origin.table == 0) columns.push_back(origin.column);
         if (statement.tables.size() != 1 || columns.size() != statement.columns.size()) RefuseDynaset();
+        file_->storage->CheckThere();  // before anybody types what could then not be stored
         DynasetRecordset::Select select;
         // The record set that holds the closure holds the file too.
         if (option != RecordsetOption::AppendOnly)
@@ -137,8 +138,9 @@ private:
         file_->runner.ForgetTables();
     }
     void CheckWritable() const {
-        if (isReadOnly_ || file_->storage->IsReadOnly())
-            throw RunTimeError(ErrorNumber::ReadOnly, "The database \"" + name_ + "\" is open for reading only.");
+        if (isReadOnly_)
+            throw RunTimeError(ErrorNumber::ReadOnly, "The database \"" + name_ + "\" was opened for reading only.");
+        file_->storage->CheckWritable();
     }
     void CheckTransaction() const {
         if (open_ == 0) throw RunTimeError(ErrorNumber::NotSupported, "There is no open transaction to end.");

@@ -69,6 +69,12 @@ public:
     virtual void CreateTable(const TableDef& table) = 0;
     virtual void DropTable(std::string_view name) = 0;
     virtual bool IsReadOnly() const = 0;
+    /// FileMissing if the path of the open file leads nowhere by now, or to another file; NoPermission or DiskError if
+    /// that can't be found out. What is at hand can be read all the same.
+    virtual void CheckThere() const = 0;
+    /// The same, and ReadOnly with the reason, if nothing can be stored. Every outermost Begin and every change outside
+    /// a transaction ask this first; within one it costs next to nothing.
+    virtual void CheckWritable() const = 0;
     /// Facts about the file for people: format, version, code page, ... one "name: value" per entry.
     virtual std::vector<std::pair<std::string, std::string>> Facts() const = 0;
 

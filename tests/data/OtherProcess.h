@@ -7,13 +7,18 @@
 
 namespace quillform {
 
+/// From now on this process is somebody without special rights, if it was somebody with them; false if that can't be.
+inline bool LoseRights() {
+    constexpr uid_t nobody = 65534;
+    return ::geteuid() != 0 || ::setuid(nobody) == 0;
+}
+
 /// Runs in a process of its own, with `withoutRights` as somebody without special rights; gives its exit code, and -1
 /// for one that died.
 inline int InOtherProcess(const std::function<int()>& work, bool withoutRights = false) {
     const pid_t child = ::fork();
     if (child == 0) {
-        constexpr uid_t nobody = 65534;
-        if (withoutRights && ::geteuid() == 0 && ::setuid(nobody) != 0) ::_exit(98);
+        if (withoutRights && !LoseRights()) ::_exit(98);
         int code = 99;
         try {
             code = work();

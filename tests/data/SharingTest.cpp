@@ -22,6 +22,26 @@ protected:
             AddRow(*engine->OpenDatabase(Path())->OpenRecordset("Towns", dynaset), {"X", "1", "2"});
         });
     }
+    /// Every way to write is refused in words that name the file, and before a user types anything.
+    bool RefusesEverything() const {
+        const auto engine = MakeEngine(clock_);
+        const auto database = engine->OpenDatabase(Path());
+        const auto rows = database->OpenRecordset("Towns", dynaset);
+        for (const auto& step : std::initializer_list<std::function<void()>>{
+                 [&] { rows->AddNew(); }, [&] { rows->Edit(); }, [&] { rows->Delete(); },
+                 [&] { database->BeginTrans(); }, [&] { database->Execute("DELETE * FROM Towns"); },
+                 [&] { database->DropTable("Towns"); },
+                 [&] { database->AppendTable(MakeTable("N", {MakeField("X", FieldType::Long)})); }})
+            try {
+                step();
+                return false;
+            } catch (const RunTimeError& error) {
+                const std::string told = error.what();
+                if (error.Number() != ErrorNumber::ReadOnly || told.find("small.db\" can only be read: ") == told.npos)
+                    return false;
+            }
+        return true;
+    }
     bool Reads() const {
         const auto engine = MakeEngine(clock_);
         return Dump(*engine->OpenDatabase(Path()), "SELECT Count(*) AS N FROM Towns") == "3";
@@ -112,7 +132,7 @@ TEST_P(SharingTest, ReadOnlyFilesAndFoldersAreReadAndNotWritten) {
     for (const auto& [file, folder] : cases) {
         std::filesystem::permissions(Path(), file);
         std::filesystem::permissions(folder_.Path(), folder);
-        const auto tryBoth = [&] { return Reads() && ErrorOfWriting() == ErrorNumber::ReadOnly && Reads() ? 0 : 1; };
+        const auto tryBoth = [&] { return Reads() && RefusesEverything() && Reads() ? 0 : 1; };
         EXPECT_EQ(InOtherProcess(tryBoth, true), 0);
     }
     std::filesystem::permissions(folder_.Path(), perms::owner_all);
@@ -127,14 +147,126 @@ TEST_P(SharingTest, AFileThatIsGoneOrAnotherTakesNoRows) {
     const std::filesystem::path aside = Path() + ".aside";
     const auto rows = Open("Towns");
     const auto add = [&] { AddRow(*rows, {"Ulm", "89073", "0"}); };
+    const auto expectRefusal = [&] {
+        const std::function<void()> steps[] = {
+            add,
+            [&] { rows->AddNew(); },
+            [&] { rows->Edit(); },
+            [&] { rows->Delete(); },
+            [&] { Open("Towns"); },
+            [&] { database_->BeginTrans(); },
+            [&] { database_->Execute("DELETE * FROM Towns"); },
+            [&] { database_->DropTable("Towns"); },
+            [&] { database_->AppendTable(MakeTable("N", {MakeField("X", FieldType::Long)})); }};
+        for (const auto& step : steps) EXPECT_EQ(NumberOf(step), ErrorNumber::FileMissing) << &step - steps;
+    };
     std::filesystem::rename(Path(), aside);
-    EXPECT_NE(NumberOf(add), ErrorNumber{});
+    expectRefusal();
+    EXPECT_EQ(Dump(*rows), "Bonn|53111|1 / Trier|54290|0 / Kiel|24103|1") << "what is at hand can be read";
+    EXPECT_EQ(NumberOf([&] { engine_->OpenDatabase(Path()); }), ErrorNumber::FileMissing);
     std::filesystem::copy_file(aside, Path());
-    EXPECT_NE(NumberOf(add), ErrorNumber{});
-    EXPECT_EQ(Dump(*engine_->OpenDatabase(Path()), "SELECT Town FROM Towns"), "Bonn / Trier / Kiel");
+    expectRefusal();
+    {
+        const auto other = engine_->OpenDatabase(Path());
+        other->Execute("DELETE * FROM Towns WHERE Town = 'Trier'");
+        EXPECT_EQ(Dump(*other, "SELECT Town FROM Towns"), "Bonn / Kiel") << "the file that is there now";
+    }
     std::filesystem::rename(aside, Path());
+    rows->MoveFirst();
     add();
     EXPECT_EQ(Dump(*database_, "SELECT Town FROM Towns"), "Bonn / Trier / Kiel / Ulm");
+}
+
+/// The rows that a user typed are still there for another try when the file is back.
+TEST_P(SharingTest, WhatWasTypedIsStoredWhenTheFileIsBack) {
+    const auto rows = Open("Towns");
+    rows->Edit();
+    rows->SetValue("Town", Value::Text("Linz"));
+    std::filesystem::rename(Path(), Path() + "x");
+    EXPECT_EQ(NumberOf([&] { rows->Update(); }), ErrorNumber::FileMissing);
+    EXPECT_EQ(rows->Text("Town"), "Linz");
+    std::filesystem::rename(Path() + "x", Path());
+    rows->Update();
+    EXPECT_EQ(Dump(*database_, "SELECT Town FROM Towns"), "Linz / Trier / Kiel");
+}
+
+TEST_P(SharingTest, ATransactionWhoseFileWentIsNotCommitted) {
+    database_->BeginTrans();
+    database_->Execute("UPDATE Towns SET Big = 5");
+    std::filesystem::rename(Path(), Path() + "x");
+    EXPECT_EQ(NumberOf([&] { database_->CommitTrans(); }), ErrorNumber::FileMissing);
+    database_->Rollback();
+    std::filesystem::rename(Path() + "x", Path());
+    EXPECT_EQ(Dump(*database_, "SELECT Town FROM Towns WHERE Big = 5"), "");
+    CloseAll();
+    EXPECT_EQ(std::distance(std::filesystem::directory_iterator(folder_.Path()), {}), 1) << "nothing lies beside it";
+}
+
+TEST_P(SharingTest, ALinkThatLeadsElsewhereTakesNoRows) {
+    const std::string link = folder_.File("link.db"), copy = folder_.File("copy.db");
+    CloseAll();
+    std::filesystem::create_symlink(Path(), link);
+    std::filesystem::copy_file(Path(), copy);
+    const auto engine = MakeEngine(clock_);
+    const auto database = engine->OpenDatabase(link);
+    const auto rows = database->OpenRecordset("Towns", dynaset);
+    AddRow(*rows, {"Ulm", "89073", "0"});
+    std::filesystem::remove(link);
+    std::filesystem::create_symlink(copy, link);
+    EXPECT_EQ(NumberOf([&] { AddRow(*rows, {"Rom", "00100", "0"}); }), ErrorNumber::FileMissing);
+    EXPECT_EQ(Dump(*engine->OpenDatabase(link), "SELECT Town FROM Towns"), "Bonn / Trier / Kiel");
+    EXPECT_EQ(Dump(*database, "SELECT Town FROM Towns"), "Bonn / Trier / Kiel / Ulm");
+}
+
+TEST_P(SharingTest, ARelativePathOutlivesTheWorkingFolder) {
+    CloseAll();
+    const auto work = [&] {
+        std::filesystem::current_path(folder_.Path());
+        const auto engine = MakeEngine(clock_);
+        const auto database = engine->OpenDatabase("small.db");
+        std::filesystem::current_path("/");
+        database->Execute("DELETE * FROM Towns WHERE Town <> 'Kiel'");
+        return Dump(*database, "SELECT Town FROM Towns") == "Kiel" ? 0 : 1;
+    };
+    EXPECT_EQ(InOtherProcess(work), 0);
+    EXPECT_EQ(Dump(*MakeEngine(clock_)->OpenDatabase(Path()), "SELECT Town FROM Towns"), "Kiel");
+}
+
+/// Somebody protects the file, or its folder, or takes away the way to it, while it is open.
+TEST_P(SharingTest, AFileThatIsProtectedWhileItIsOpenTakesNoRows) {
+    using std::filesystem::perms;
+    constexpr perms all = perms::owner_all | perms::group_all | perms::others_all;
+    constexpr perms read = perms::owner_read | perms::group_read | perms::others_read;
+    constexpr perms enter = perms::owner_exec | perms::group_exec | perms::others_exec;
+    struct Case {
+        perms file, folder;
+        ErrorNumber number;
+    };
+    const Case cases[] = {{read, all, ErrorNumber::ReadOnly},
+                          {all, read | enter, ErrorNumber::ReadOnly},
+                          {all, perms::none, ErrorNumber::NoPermission}};
+    CloseAll();
+    for (const Case& now : cases) {
+        const auto work = [&] {
+            const auto engine = MakeEngine(clock_);
+            const auto database = engine->OpenDatabase(Path());
+            const auto rows = database->OpenRecordset("Towns", dynaset);
+            rows->Edit();
+            rows->SetValue("Town", Value::Text("Linz"));
+            std::filesystem::permissions(Path(), now.file);
+            std::filesystem::permissions(folder_.Path(), now.folder);
+            if (!LoseRights()) return 2;
+            for (const auto& step : std::initializer_list<std::function<void()>>{
+                     [&] { rows->Update(); }, [&] { rows->AddNew(); }, [&] { rows->Delete(); },
+                     [&] { database->DropTable("Towns"); }})
+                if (NumberOf(step) != now.number) return 3;
+            return 0;
+        };
+        EXPECT_EQ(InOtherProcess(work), 0) << static_cast<int>(now.number);
+        std::filesystem::permissions(folder_.Path(), all);
+        std::filesystem::permissions(Path(), all);
+        EXPECT_EQ(Dump(*MakeEngine(clock_)->OpenDatabase(Path()), "SELECT Town FROM Towns"), "Bonn / Trier / Kiel");
+    }
 }
 
 TEST_P(SharingTest, DuplicateKeysAreRefusedBeforeAnythingIsWritten) {

@@ -1,7 +1,6 @@
 #include "data/jet/DiskFile.h"
 
 #include <fcntl.h>
-#include <sys/stat.h>
 #include <unistd.h>
 
 #include <cerrno>
@@ -31,22 +30,22 @@ namespace {
     throw RunTimeError(ErrorNumber::Locked, "The database \"" + path.string() + "\" is in use by " + who + ".");
 }
 
-std::filesystem::path RealPath(const std::filesystem::path& path) {
-    std::error_code error;
-    std::filesystem::path real = std::filesystem::canonical(path, error);  // the journal lies beside the file itself
-    return error ? path : real;
+/// For reading only where writing isn't allowed.
+FileHandle OpenAsAllowed(const std::filesystem::path& path, bool& isReadOnly) {
+    FileHandle file(path, FileHandle::Mode::ReadWrite);
+    const int error = file.OpenError();
+    if (!file.IsOpen() && (error == EACCES || error == EROFS || error == EPERM || error == ETXTBSY)) {
+        file = FileHandle(path, FileHandle::Mode::Read);
+        isReadOnly = true;
+    }
+    if (!file.IsOpen()) FailOpen(path, file.OpenError());
+    return file;
 }
 
 }  // namespace
 
-DiskFile::DiskFile(const std::filesystem::path& path) : path_(RealPath(path)) {
-    file_ = FileHandle(path_, FileHandle::Mode::ReadWrite);
-    const int error = file_.OpenError();
-    if (!file_.IsOpen() && (error == EACCES || error == EROFS || error == EPERM || error == ETXTBSY)) {
-        file_ = FileHandle(path_, FileHandle::Mode::Read);
-        isReadOnly_ = true;
-    }
-    if (!file_.IsOpen()) FailOpen(path, file_.OpenError());
+DiskFile::DiskFile(const std::filesystem::path& path)
+    : file_(OpenAsAllowed(path, isReadOnly_)), place_(path, file_.Descriptor()), path_(place_.File()) {
     if (!WaitForLock(Lock::Shared)) FailLocked(path_, "another program that writes to it");
     if (std::filesystem::exists(JournalPath(path_))) Recover();
 }
@@ -96,25 +95,16 @@ void DiskFile::RefuseIfAccessHasIt() const {
         FailLocked(path_, ("Access (the file \"" + lockFile.filename().string() + "\" says so)").c_str());
 }
 
-/// An open file lives on without a name, and what is written to it then is lost with the last handle.
-void DiskFile::RefuseIfGone() const {
-    struct stat named {};
-    struct stat opened {};
-    if (::stat(path_.c_str(), &named) == 0 && ::fstat(file_.Descriptor(), &opened) == 0 &&
-        named.st_dev == opened.st_dev && named.st_ino == opened.st_ino)
-        return;
-    throw RunTimeError(ErrorNumber::FileMissing, "The database \"" + path_.string() +
-                                                     "\" was deleted, moved or replaced since it was opened; nothing "
-                                                     "can be stored.");
+void DiskFile::CheckWritable() const {
+    place_.CheckWritable();
+    if (isReadOnly_)
+        throw RunTimeError(ErrorNumber::ReadOnly,
+                           "The database \"" + place_.Given().string() +
+                               "\" can only be read: it was write-protected when it was opened.");
 }
 
 void DiskFile::StartWriting() {
-    if (isReadOnly_)
-        throw RunTimeError(ErrorNumber::ReadOnly, "The database \"" + path_.string() + "\" can only be read.");
-    RefuseIfGone();
-    if (::access(path_.parent_path().empty() ? "." : path_.parent_path().c_str(), W_OK) != 0)
-        throw RunTimeError(ErrorNumber::ReadOnly, "The database \"" + path_.string() +
-                                                      "\" can only be read: nothing can be written to its folder.");
+    CheckWritable();
     RefuseIfAccessHasIt();
     if (!WaitForLock(Lock::Exclusive)) FailLocked(path_, "another program");
 }
@@ -130,6 +120,7 @@ void DiskFile::ReadAt(std::uint64_t offset, std::span<std::uint8_t> out) const {
 void DiskFile::StopWriting() { TryLock(Lock::Shared); }
 
 void DiskFile::Replace(std::span<const PageImage> images, std::uint64_t newSize) {
+    place_.CheckThere();  // a transaction may have been open for long
     WriteJournal(path_, file_, images, newSize);
     try {
         for (const PageImage& image : images) file_.WriteAt(image.offset, image.bytes);

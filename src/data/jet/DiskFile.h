@@ -2,6 +2,7 @@
 
 #include <filesystem>
 
+#include "data/DatabasePlace.h"
 #include "data/jet/FileAccess.h"
 #include "data/jet/FileHandle.h"
 
@@ -18,6 +19,8 @@ public:
     std::uint64_t Size() const override { return file_.Size(); }
     void ReadAt(std::uint64_t offset, std::span<std::uint8_t> out) const override;
     bool IsReadOnly() const override { return isReadOnly_; }
+    void CheckThere() const override { place_.CheckThere(); }
+    void CheckWritable() const override;
     void StartWriting() override;
     void Replace(std::span<const PageImage> images, std::uint64_t newSize) override;
     void StopWriting() override;
@@ -28,12 +31,12 @@ private:
     bool TryLock(Lock kind);
     bool WaitForLock(Lock kind);
     void Recover();
-    void RefuseIfGone() const;
     void RefuseIfAccessHasIt() const;
 
-    std::filesystem::path path_;
-    FileHandle file_{};
-    bool isReadOnly_ = false;
+    bool isReadOnly_ = false;  // found out while the file is opened
+    FileHandle file_;
+    data::DatabasePlace place_;
+    std::filesystem::path path_;  // of the file itself, which the journal lies beside
     bool isHalfWritten_ = false;  // a commit failed, and so did taking it back
 };
 

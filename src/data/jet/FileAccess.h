@@ -26,7 +26,11 @@ public:
     virtual void ReadAt(std::uint64_t offset, std::span<std::uint8_t> out) const = 0;
     virtual bool IsReadOnly() const = 0;
 
-    /// Makes sure that this process may write and nobody else does: Locked or ReadOnly.
+    /// FileMissing, NoPermission or DiskError if changes would go where nobody finds them.
+    virtual void CheckThere() const {}
+    /// The same, and ReadOnly.
+    virtual void CheckWritable() const {}
+    /// Makes sure that this process may write and nobody else does: Locked, or what CheckWritable finds.
     virtual void StartWriting() = 0;
     /// Replaces the images, in any order, so that a crash leaves either all or none of them.
     virtual void Replace(std::span<const PageImage> images, std::uint64_t newSize) = 0;

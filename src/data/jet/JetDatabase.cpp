@@ -139,9 +139,14 @@ void JetDatabase::DropTable(std::string_view name) {
     });
 }
 
-void JetDatabase::Begin() {
+void JetDatabase::CheckWritable() const {
     if (!mayWrite_)
         throw RunTimeError(ErrorNumber::ReadOnly, "The database \"" + name_ + "\" was opened for reading only.");
+    if (!file_.InTransaction()) file_.CheckWritable();
+}
+
+void JetDatabase::Begin() {
+    CheckWritable();
     const bool isInner = file_.InTransaction();
     // An inner level goes back to what the pages hold, so nothing may be kept beside them.
     if (isInner) FinishTables();
@@ -223,7 +228,7 @@ void JetDatabase::ForgetTouched(std::size_t firstMade) {
 void JetDatabase::Run(const std::function<void()>& change) {
     const bool isOwn = !file_.InTransaction();
     if (isOwn) Begin();
-    if (!mayWrite_) Begin();  // refuses
+    CheckWritable();
     try {
         change();
         ++changes_;

@@ -25,6 +25,8 @@ public:
     void CreateTable(const TableDef& table) override;
     void DropTable(std::string_view name) override;
     bool IsReadOnly() const override { return !mayWrite_ || file_.IsReadOnly(); }
+    void CheckThere() const override { file_.CheckThere(); }
+    void CheckWritable() const override;
     std::vector<std::pair<std::string, std::string>> Facts() const override;
 
     void Begin() override;

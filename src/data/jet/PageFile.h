@@ -28,6 +28,8 @@ public:
     const Layout& Form() const { return *layout_; }
     std::uint32_t PageCount() const { return static_cast<std::uint32_t>(pages_.size()); }
     bool IsReadOnly() const { return file_->IsReadOnly(); }
+    void CheckThere() const { file_->CheckThere(); }
+    void CheckWritable() const { file_->CheckWritable(); }
 
     /// Damaged if the file has no such page.
     PageRef Read(std::uint32_t page) const;
@@ -40,7 +42,7 @@ public:
 
     bool InTransaction() const { return depth_ > 0; }
     int Depth() const { return depth_; }
-    /// Locked or ReadOnly if nothing can be written.
+    /// Locked, or what CheckWritable finds.
     void Begin();
     void Commit();
     /// Ends the innermost level and forgets the changes since its Begin.

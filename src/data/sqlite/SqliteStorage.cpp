@@ -5,6 +5,7 @@
 #include <string>
 #include <utility>
 
+#include "data/DatabasePlace.h"
 #include "data/sqlite/Connection.h"
 #include "data/sqlite/SqliteSchema.h"
 #include "data/sqlite/SqliteValue.h"
@@ -15,8 +16,19 @@ namespace {
 /// What the tables of one file share.
 struct File {
     File(const std::string& path, Connection::Mode mode, const Clock& theClock)
-        : connection(path, mode), clock(theClock) {}
+        : connection(path, mode), place(path), clock(theClock) {}
+
+    bool IsReadOnly() const { return sqlite3_db_readonly(connection.Handle(), "main") == 1; }
+    void CheckWritable() const {
+        if (sqlite3_get_autocommit(connection.Handle()) == 0) return;
+        place.CheckWritable();
+        if (IsReadOnly())
+            throw RunTimeError(ErrorNumber::ReadOnly,
+                               "The database \"" + place.Given().string() + "\" was opened for reading only.");
+    }
+
     Connection connection;
+    data::DatabasePlace place;
     const Clock& clock;
     std::uint64_t changes = 0;
 };
@@ -176,6 +188,7 @@ private:
         return " WHERE " + schema_.rowIdName + " = ?";
     }
     void RunChange(Statement& change) {
+        file_.CheckWritable();
         ++file_.changes;
         while (change.Step()) {
         }
@@ -211,12 +224,15 @@ public:
     }
 
     void DropTable(std::string_view name) override {
+        file_.CheckWritable();
         ++file_.changes;
         file_.connection.Execute("DROP TABLE " + Quoted(name));
         ReadTables();
     }
 
-    bool IsReadOnly() const override { return sqlite3_db_readonly(file_.connection.Handle(), "main") == 1; }
+    bool IsReadOnly() const override { return file_.IsReadOnly(); }
+    void CheckThere() const override { file_.place.CheckThere(); }
+    void CheckWritable() const override { file_.CheckWritable(); }
 
     std::vector<std::pair<std::string, std::string>> Facts() const override {
         std::vector<std::pair<std::string, std::string>> facts{{"format", "SQLite 3"}};
@@ -234,11 +250,13 @@ public:
     }
 
     void Begin() override {
+        file_.CheckWritable();
         file_.connection.Execute(depth_ == 0 ? "BEGIN IMMEDIATE" : "SAVEPOINT " + SavepointName());
         ++depth_;
     }
     void Commit() override {
         if (depth_ == 0) return;
+        if (depth_ == 1) CheckThere();  // the transaction may have been open for long
         file_.connection.Execute(depth_ == 1 ? "COMMIT" : "RELEASE " + InnerSavepoint());
         --depth_;
     }
