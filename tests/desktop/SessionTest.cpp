@@ -7,6 +7,8 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
+#include <QTabBar>
+#include <QTabWidget>
 #include <algorithm>
 #include <filesystem>
 
@@ -111,17 +113,24 @@ void Session::PlaceItems(frmCustomReport& designer) {
     EXPECT_TRUE(surface.SelectedItem()->PrimarySort);
 }
 
+/// The common address label, from the styles of the report database.
 void Session::ChooseLabels(frmCustomReport& designer) {
-    ReportSettings& settings = designer.Surface().Report().settings;
-    settings.boolLabels = true;
-    settings.intLabelsAcross = 3;
-    settings.intLabelsDown = 10;
-    settings.sngLabelHeight = 1;
-    settings.sngLabelWidth = 2.625F;
-    settings.sngTopMargin = 0.5F;
-    settings.sngLeftMargin = 0.1875F;
-    settings.sngHorizontalGap = 0.125F;
-    settings.sngVerticalGap = 0;
+    const ReportSettings& settings = designer.Surface().Report().settings;
+    EXPECT_FALSE(settings.boolLabels);
+    const Driver driver({[](QWidget& window) {
+        QTabBar& tabs = *Named<QTabWidget>(window, "SSTab1").tabBar();
+        QTest::mouseClick(&tabs, Qt::LeftButton, {}, tabs.tabRect(tabs.count() - 1).center());
+        auto& styles = Named<QListWidget>(window, "lstLabels");
+        const auto found = styles.findItems(QStringLiteral("Address, 30"), Qt::MatchStartsWith);
+        ASSERT_FALSE(found.isEmpty());
+        ClickLine(styles, styles.row(found.front()));
+        EXPECT_TRUE(QTest::qWaitFor(
+            [&] { return Named<QLineEdit>(window, "Custom_0").text().trimmed() == QStringLiteral("3"); }));
+        Click(Named<QPushButton>(window, "SaveCmd"));
+    }});
+    Choose(designer, "Edt_0");
+    EXPECT_TRUE(settings.boolLabels);
+    EXPECT_EQ(settings.intLabelsAcross, 3);
 }
 
 /// Three lines, the last one moved up between the others, and saved.
