@@ -52,7 +52,7 @@ bool LabelList::Read(std::string_view path) {
     return true;
 }
 
-std::optional<LabelList::Style> LabelList::Find(std::string_view path, std::string_view description) const {
+std::optional<LabelStyle> LabelList::Find(std::string_view path, std::string_view description) const {
     const auto found = FindReportDatabase(layout_, path);
     if (!found)
         throw RunTimeError(ErrorNumber::FileMissing, "The database \"" + std::string(path) + "\" does not exist.");
@@ -61,9 +61,10 @@ std::optional<LabelList::Style> LabelList::Find(std::string_view path, std::stri
         "SELECT * FROM [Report - Labels] WHERE [Label Description] = " + InApostrophes(description),
         RecordsetType::Snapshot);
     if (!row->HasRows()) return std::nullopt;
-    Style style;
+    LabelStyle style;
+    style.description = row->Text("Label Description");
     for (std::size_t i = 0; i < labelMeasures.size(); ++i) style.measures[i] = row->Text(labelMeasures[i].column);
-    style.paper = CInt(Val(row->Text("Paper Size")));
+    if (const std::string paper = row->Text("Paper Size"); !paper.empty()) style.paper = CInt(Val(paper));
     return style;
 }
 

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <array>
 #include <cstdint>
 #include <filesystem>
 #include <optional>
@@ -8,7 +7,7 @@
 #include <string_view>
 #include <vector>
 
-#include "dialogs/LabelMeasures.h"
+#include "dialogs/LabelStyles.h"
 #include "model/DataAccess.h"
 #include "model/Layout.h"
 
@@ -28,14 +27,9 @@ public:
     void Forget() { looked_.reset(); }
     const std::vector<std::string>& Descriptions() const { return descriptions_; }
 
-    /// A style as the boxes show it.
-    struct Style {
-        std::array<std::string, labelMeasures.size()> measures;  ///< in the order of labelMeasures
-        std::int16_t paper = 0;                                  ///< 0 if the style has none
-    };
     /// The first style of this description, empty if there is none any more. RunTimeError if the database can't be
     /// read.
-    std::optional<Style> Find(std::string_view path, std::string_view description) const;
+    std::optional<LabelStyle> Find(std::string_view path, std::string_view description) const;
 
 private:
     /// Tells one content of a file from another without reading it. Without a path: no file.

@@ -181,15 +181,15 @@ void frmReportOptions::lstLabels_Click() {
         return OfferAllOutputs(true);
     }
     const std::string description = labels_.Descriptions()[static_cast<std::size_t>(row - 1)];
-    std::optional<LabelList::Style> style;
+    std::optional<LabelStyle> style;
     if (!DoneOrTold(user_, [&] { style = labels_.Find(FromQt(Database_[0]->text()), description); }))
         return SelectLabel(-1);  // the boxes don't show it
     if (!style) return lstLabels_->setCurrentRow(noneRow);
     ShowMeasures(style->measures);
     OfferAllOutputs(false);
-    if (!Select(*optPaperSize_, style->paper) && style->paper != 0)
+    if (!Select(*optPaperSize_, style->paper) && style->paper.value_or(0) != 0)
         user_.Message("The label style \"" + description + "\" is for the paper number " +
-                      std::to_string(style->paper) +
+                      std::to_string(*style->paper) +
                       ", which isn't among the paper sizes.  The paper size stays as it was.");
 }
 

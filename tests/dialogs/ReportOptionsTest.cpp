@@ -241,7 +241,7 @@ TEST(LabelList, AStyleIsFoundByItsDescription) {
     EXPECT_EQ(Texts(style->measures.begin(), style->measures.end()),
               (Texts{"2", "7", "1.333333", "4", "0.83", "0.16", "0.19", "0"}));
     EXPECT_EQ(style->paper, 5);
-    EXPECT_EQ(list.Find(scene.DatabasePath(), "Empty")->paper, 0);
+    EXPECT_EQ(list.Find(scene.DatabasePath(), "Empty")->paper, std::nullopt);
     EXPECT_FALSE(list.Find(scene.DatabasePath(), "' OR '1' = '1"));
 }
 
