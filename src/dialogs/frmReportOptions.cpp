@@ -206,6 +206,9 @@ void frmReportOptions::cmdBrowse_Click() {
 }
 
 void frmReportOptions::cmdLabels_Click() {
+    const std::string& database = layout_.settings.strDatabase[1];
+    if (FromQt(Database_[0]->text()) != database)
+        user_.Message("Until Save, the label styles that you change are those of \"" + database + "\".");
     DoneOrTold(user_, [this] { labelStyles_(*this); });
     labels_.Forget();
     Form_Activate();  // here too: not every window system tells that the form is back
