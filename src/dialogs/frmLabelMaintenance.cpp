@@ -16,6 +16,7 @@
 #include "dialogs/SheetOffer.h"
 #include "dialogs/TellFailure.h"
 #include "dialogs/frmMeasureBoxes.h"
+#include "dialogs/frmSheetPicture.h"
 #include "support/frmControls.h"
 #include "support/frmSizeForm.h"
 #include "support/frmText.h"
@@ -27,6 +28,7 @@ namespace {
 constexpr std::size_t descriptionBox = labelMeasures.size();
 constexpr int longestDescription = 50;
 constexpr int noPaper = -1;  // index in the list
+constexpr int linesOfNote = 3;
 
 int LimitOf(std::size_t box) { return box == descriptionBox ? longestDescription : longestMeasure; }
 
@@ -34,6 +36,14 @@ int LimitOf(std::size_t box) { return box == descriptionBox ? longestDescription
 int IndexOf(std::optional<int> paper) {
     const auto found = std::ranges::find(paperSizes, paper, [](const PaperSize& size) { return size.number; });
     return found == paperSizes.end() ? noPaper : static_cast<int>(found - paperSizes.begin());
+}
+
+/// Styles are read in boxes that are disabled, so their texts aren't dimmed.
+void ReadableAlways(QWidget& box) {
+    QPalette palette = box.palette();
+    for (const QPalette::ColorRole role : {QPalette::Text, QPalette::ButtonText})
+        palette.setColor(QPalette::Disabled, role, palette.color(QPalette::Active, role));
+    box.setPalette(palette);
 }
 
 }  // namespace
@@ -47,7 +57,11 @@ frmLabelMaintenance::frmLabelMaintenance(std::string databasePath, UserInterface
     Picture1->setObjectName(QStringLiteral("Picture1"));
     auto* const rows = new QVBoxLayout(Picture1);
     rows->setContentsMargins(0, 0, 0, 0);
-    rows->addWidget(MakeBoxes(), 1);
+    auto* const halves = new QHBoxLayout;
+    halves->addWidget(MakeBoxes());
+    halves->addSpacing(halves->spacing());
+    halves->addWidget(MakePicture(), 1);
+    rows->addLayout(halves, 1);
     rows->addWidget(MakeButtons());
     (new QVBoxLayout(this))->addWidget(Picture1);
     Form_Load();
@@ -69,7 +83,28 @@ QWidget* frmLabelMaintenance::MakeBoxes() {
     const QString paperCaption = QStringLiteral("Paper Size:");
     cmbPaperSize_->setAccessibleName(paperCaption);
     rows->addRow(paperCaption, cmbPaperSize_);
+    description->setMinimumWidth(description->fontMetrics().averageCharWidth() * (longestDescription + 2));
+    for (QLineEdit* const box : Custom_) ReadableAlways(*box);
+    ReadableAlways(*cmbPaperSize_);
+    for (QLineEdit* const box : Custom_) connect(box, &QLineEdit::textChanged, this, &frmLabelMaintenance::ShowSheet);
+    connect(cmbPaperSize_, &QComboBox::currentIndexChanged, this, &frmLabelMaintenance::ShowSheet);
     return table;
+}
+
+QWidget* frmLabelMaintenance::MakePicture() {
+    sheetPicture_ = new frmSheetPicture;
+    sheetNote_ = new QLabel;
+    sheetNote_->setObjectName(QStringLiteral("sheetNote"));
+    sheetNote_->setTextFormat(Qt::PlainText);
+    sheetNote_->setWordWrap(true);
+    sheetNote_->setAlignment(Qt::AlignHCenter | Qt::AlignTop);
+    sheetNote_->setMinimumHeight(linesOfNote * sheetNote_->fontMetrics().lineSpacing());
+    auto* const picture = new QWidget;
+    auto* const rows = new QVBoxLayout(picture);
+    rows->setContentsMargins(0, 0, 0, 0);
+    rows->addWidget(sheetPicture_, 1);
+    rows->addWidget(sheetNote_);
+    return picture;
 }
 
 QWidget* frmLabelMaintenance::MakeButtons() {
@@ -85,6 +120,8 @@ QWidget* frmLabelMaintenance::MakeButtons() {
     cmdNext_ = add("cmdNext", "<<Next", &frmLabelMaintenance::cmdNext_Click);
     position_ = new QLabel;
     position_->setObjectName(QStringLiteral("position"));
+    position_->setAlignment(Qt::AlignCenter);
+    position_->setMinimumWidth(position_->fontMetrics().horizontalAdvance(QStringLiteral("9999 of 9999")));
     row->addWidget(position_, 1);
     cmdAdd_ = add("cmdAdd", "Add", &frmLabelMaintenance::cmdAdd_Click);
     cmdUpdate_ = add("cmdUpdate", "Update", &frmLabelMaintenance::cmdUpdate_Click);
@@ -151,12 +188,25 @@ void frmLabelMaintenance::ShowState() {
     for (QPushButton* const button : {cmdUpdate_, cmdDelete_, cmdPrev_, cmdNext_})
         button->setEnabled(!isEntering && hasStyle);
     cmdSave_->setEnabled(isEntering);
+    ShowSheet();
     cmdSave_->setDefault(isEntering);
     if (isEntering)
         position_->setText(styles_.IsAdding() ? QStringLiteral("New style") : QStringLiteral("Changing"));
     else
         position_->setText(hasStyle ? QStringLiteral("%1 of %2").arg(styles_.Position() + 1).arg(styles_.Count())
                                     : QString());
+}
+
+void frmLabelMaintenance::ShowSheet() {
+    LabelStyle style = Entered();
+    if (!style.paper && !styles_.IsAdding()) style.paper = styles_.Current().paper;
+    const bool isThere = styles_.IsEntering() || styles_.HasRows();
+    SheetPlan plan = isThere ? PlanSheet(style) : SheetPlan();
+    sheetNote_->setText(ToQt(plan.sentence));
+    QFont font = sheetNote_->font();
+    font.setBold(plan.isWrong);
+    sheetNote_->setFont(font);
+    sheetPicture_->Show(std::move(plan));
 }
 
 /// The paper stays chosen: the next style is often for the same.

@@ -14,7 +14,10 @@ class QPushButton;
 
 namespace quillform::dialogs {
 
-/// "Add/Edit/Delete Label Styles": the record editor of the table `Report - Labels`.
+class frmSheetPicture;
+
+/// "Add/Edit/Delete Label Styles": the record editor of the table `Report - Labels`, with a picture of the sheet as its
+/// measures are typed.
 ///
 /// While browsing, boxes are disabled: what would be typed into them couldn't be saved and would be gone with the next
 /// move. While a style is entered, "Save" (also by Enter) stores it, and "Exit" (also Esc) drops it; Prev and Next wait
@@ -32,6 +35,7 @@ protected:
 
 private:
     QWidget* MakeBoxes();
+    QWidget* MakePicture();
     QWidget* MakeButtons();
 
     void Form_Load();
@@ -47,6 +51,7 @@ private:
     void ShowLabelStyle();
     void ShowStyleOr(const char* messageIfNone);
     void ShowState();
+    void ShowSheet();
     LabelStyle Entered() const;
 
     UserInterface& user_;
@@ -56,6 +61,8 @@ private:
     // Owned by the form.
     std::array<QLineEdit*, labelMeasures.size() + 1> Custom_{};
     QComboBox* cmbPaperSize_ = nullptr;
+    frmSheetPicture* sheetPicture_ = nullptr;
+    QLabel* sheetNote_ = nullptr;
     QLabel* position_ = nullptr;
     QPushButton* cmdAdd_ = nullptr;
     QPushButton* cmdUpdate_ = nullptr;

@@ -229,6 +229,32 @@ TEST_F(LabelMaintenance, AnEmptyTableIsOfferedTheCommonSheets) {
     EXPECT_EQ(user.messages.size(), 1U);
 }
 
+TEST_F(LabelMaintenance, ThePictureFollowsWhatIsTyped) {
+    Fill({});
+    AddSheets(*scene->engine->OpenDatabase(scene->Path()), commonSheets);
+    Open(*scene->engine);
+    const auto note = [&] { return Named<QLabel>(*form, "sheetNote").text().toStdString(); };
+    const auto hasRed = [&] {
+        const QImage picture = Named<QWidget>(*form, "sheetPicture").grab().toImage();
+        for (int y = 0; y < picture.height(); ++y)
+            for (int x = 0; x < picture.width(); ++x)
+                if (qRed(picture.pixel(x, y)) > 180 && qGreen(picture.pixel(x, y)) < 40) return true;
+        return false;
+    };
+    EXPECT_EQ(note(), "14 labels on the sheet.");
+    EXPECT_FALSE(hasRed());
+    ClickOn("cmdUpdate");
+    Retype(3, "5.2");
+    EXPECT_EQ(note(), "The labels need 10.74 inches across, the sheet has 8.5.");
+    EXPECT_TRUE(hasRed());
+    Paper().setFocus();
+    Press(Qt::Key_End);  // German Legal Fanfold is no wider
+    EXPECT_EQ(note(), "The labels need 10.74 inches across, the sheet has 8.5.");
+    Press(Qt::Key_Home);
+    Retype(3, "4");
+    EXPECT_FALSE(hasRed());
+}
+
 TEST_F(LabelMaintenance, AThousandStylesAreBrowsed) {
     Texts descriptions;
     for (int i = 0; i < 1000; ++i) descriptions.push_back("Style " + std::to_string(10000 + i));
