@@ -15,9 +15,8 @@
 #include "designer/PreviewPages.h"
 #include "designer/SurfaceForms.h"
 #include "designer/frmPrintWindow.h"
+#include "dialogs/frmReportOptions.h"
 #include "persistence/LayoutFile.h"
-#include "platform/CodePage.h"
-#include "platform/OutputFile.h"
 #include "platform/Text.h"
 #include "print/PdfTools.h"
 #include "sample/SampleData.h"
@@ -36,6 +35,9 @@ protected:
         const DesignerServices services{layout, user, *engine, clock, printer};
         DesignerForms forms;
         OfferSurfaceForms(services, forms);
+        forms.reportOptions = [this](QWidget& owner, DesignSurface&) {
+            dialogs::frmReportOptions(layout, user, *engine, {}, &owner).exec();
+        };
         form = std::make_unique<frmCustomReport>(services, std::move(forms));
         form->show();
         ASSERT_TRUE(QTest::qWaitForWindowActive(form.get()));
@@ -148,16 +150,19 @@ TEST_F(Session, FromAnEmptyScreenToAPrintedReport) {
     const std::string text = print::RunTool("pdftotext -layout '" + folder.File("CUSTOMERS.PDF") + "' -").output;
     EXPECT_NE(text.find("Customers by country"), std::string::npos);
 
-    // The same on the screen, from the saved layout with another output in its settings.
-    saved.settings.intOutputType = 1;
-    OutputFile file(folder.File("SCREEN.REP"));
-    file.Write(Cp1252FromUtf8(LayoutText(saved)));
-    file.Commit();
+    // The same on the screen, from the saved layout.
     const auto places = Places();
-    user.chosen = folder.File("SCREEN.REP");
+    user.chosen = folder.File("CUSTOMERS.REP");
     Key(Qt::Key_O, Qt::ControlModifier);
     EXPECT_EQ(form->windowTitle().toStdString(), "Custom Report - " + UpperCase(*user.chosen));
     EXPECT_EQ(Places(), places);
+    {
+        const Driver driver({[](QWidget& window) {
+            QTest::mouseClick(&Named<QRadioButton>(window, "RptOpt_1"), Qt::LeftButton, {}, {8, 8});
+            quillform::Click(Named<QPushButton>(window, "SaveCmd"));
+        }});
+        Choose("Edt_0");
+    }
     std::string preview;
     {
         const Driver driver({[&](QWidget& window) {
