@@ -20,6 +20,7 @@ namespace quillform::dialogs {
 namespace {
 
 constexpr double numberWidth = 900;  // twips
+constexpr double measureWidth = 1200;
 constexpr double pathWidth = 6000;
 
 QString Indexed(const char* array, int index) { return QStringLiteral("%1_%2").arg(QLatin1String(array)).arg(index); }
@@ -67,6 +68,7 @@ void frmReportOptions::MakeParts() {
     lstLabels_->setUniformItemSizes(true);
     hint_ = NewNote("");
     hint_->setObjectName(QStringLiteral("hint"));
+    hint_->setMinimumHeight(2 * hint_->fontMetrics().lineSpacing());  // so that nothing moves when it appears
     cmdLabels_ = NewButton("cmdLabels", "Labels");
     cmdLabels_->setToolTip(QStringLiteral("Adds, changes and deletes label styles"));
     cmdBrowse_ = NewButton("cmdBrowse", "Browse");
@@ -160,7 +162,7 @@ QWidget* frmReportOptions::LabelTypeTab() {
     auto* const boxes = new QFormLayout;
     columns->addLayout(boxes);
     Custom_ = AddMeasureBoxes(*boxes);
-    for (QLineEdit* const box : Custom_) box->setMaximumWidth(TwipScale::ToPixels(numberWidth));
+    for (QLineEdit* const box : Custom_) box->setFixedWidth(TwipScale::ToPixels(measureWidth));
     return page;
 }
 
