@@ -53,8 +53,9 @@ TEST(LabelStyles, AreStoredAsTheirTextsBegin) {
     styles.Save({"Mine", {"2x", "1 0", "1.5in", "", "abc", "-.25", "1e-1", "&H10"}, 7});
     EXPECT_EQ(styles.Current(), (LabelStyle{"Mine", {"2", "10", "1.5", "0", "0", "-0.25", "0.1", "16"}, 7}));
     styles.Add();
-    styles.Save(Style("No paper", "1", {}));
+    styles.Save(Style("", "2", {}));
     EXPECT_EQ(styles.Current().paper, 0);
+    EXPECT_EQ(styles.Current().measures[2], "2");
 }
 
 TEST(LabelStyles, OfOneDescriptionAreStoredAndTheFirstIsShown) {
@@ -227,6 +228,21 @@ TEST(SheetOffer, AsksNothingWhereNothingCanOrNeedBeAdded) {
     EXPECT_FALSE(OfferCommonSheets(empty.Path(), user, reading));
     EXPECT_TRUE(user.questions.empty());
     EXPECT_TRUE(user.messages.empty());
+}
+
+// As in a configuration, whose own handle made the table a moment ago and stays open.
+TEST(SheetOffer, FillsATableThatAnotherHandleJustMade) {
+    for (const DatabaseVersion version : {DatabaseVersion::Sqlite, DatabaseVersion::Jet30, DatabaseVersion::Jet40}) {
+        const LabelScene scene({});
+        const std::string path = scene.folder.File("new.mdb");
+        const auto database = scene.engine->CreateDatabase(path, version);
+        database->AppendTable(LabelsTableDef());
+        ScriptedUser user;
+        user.answer = true;
+        EXPECT_TRUE(OfferCommonSheets(path, user, *scene.engine));
+        const auto rows = database->OpenRecordset("SELECT * FROM [Report - Labels]", RecordsetType::Snapshot);
+        EXPECT_EQ(rows->RecordCount(), static_cast<std::int64_t>(commonSheets.size()));
+    }
 }
 
 TEST(SheetOffer, AddsAllOrNone) {
