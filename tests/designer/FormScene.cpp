@@ -76,6 +76,11 @@ void FormScene::Click(double x, double y, Qt::MouseButton button) {
     Release(x, y, button);
 }
 
+void FormScene::DoubleClick(double x, double y, Qt::MouseButton button) {
+    Move(x, y);
+    QTest::mouseDClick(form->windowHandle(), button, {}, InWindow(x, y));
+}
+
 void FormScene::Drag(double fromX, double fromY, double toX, double toY) {
     Press(fromX, fromY);
     Move((fromX + toX) / 2, (fromY + toY) / 2);

@@ -36,6 +36,7 @@ protected:
     void Move(double x, double y);
     void Release(double x, double y, Qt::MouseButton button = Qt::LeftButton);
     void Click(double x, double y, Qt::MouseButton button = Qt::LeftButton);
+    void DoubleClick(double x, double y, Qt::MouseButton button = Qt::LeftButton);
     void Drag(double fromX, double fromY, double toX, double toY);
     void Key(Qt::Key key, Qt::KeyboardModifiers held = Qt::NoModifier);
 

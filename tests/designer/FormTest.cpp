@@ -91,6 +91,14 @@ TEST_F(Form, AnotherButtonShowsTheOptionsOfDataItems) {
     EXPECT_EQ(layout.intOptionItem, 1);
 }
 
+TEST_F(Form, ASecondPressInADoubleClicksTimeIsAPress) {
+    Open();
+    Add(10, 4, 20);
+    shown.clear();
+    DoubleClick(12, 4.5, Qt::RightButton);
+    EXPECT_EQ(shown.size(), 2u);
+}
+
 TEST_F(Form, AKeyDeletesTheSelectedItemOnce) {
     Open();
     Add(0, 0, 10);
