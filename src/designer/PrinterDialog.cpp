@@ -2,10 +2,10 @@
 
 #include <QBoxLayout>
 #include <QDialogButtonBox>
-#include <QGuiApplication>
 #include <QLabel>
 #include <QListWidget>
 
+#include "support/frmBusyPointer.h"
 #include "support/frmText.h"
 
 namespace quillform::designer {
@@ -23,14 +23,6 @@ QString TextOf(const print::Printer& printer) {
     if (!about.empty()) text += ": " + about;
     return ToQt(text + "; " + print::StateInWords(printer));
 }
-
-/// The print service may take some seconds to answer.
-struct BusyPointer {
-    BusyPointer() { QGuiApplication::setOverrideCursor(Qt::WaitCursor); }
-    ~BusyPointer() { QGuiApplication::restoreOverrideCursor(); }
-    BusyPointer(const BusyPointer&) = delete;
-    BusyPointer& operator=(const BusyPointer&) = delete;
-};
 
 }  // namespace
 
@@ -55,7 +47,7 @@ PrinterDialog::PrinterDialog(const ListPrinters& list, const std::optional<Print
     for (QWidget* part : std::initializer_list<QWidget*>{caption, printers_, note, buttons}) rows->addWidget(part);
     std::vector<print::Printer> printers;
     try {
-        const BusyPointer busy;
+        const BusyPointer busy;  // the print service may take some seconds to answer
         printers = list();
         note->setVisible(printers.empty());
         note->setText(QStringLiteral("The print service has no printers."));

@@ -101,7 +101,21 @@ void RunPanel::paintEvent(QPaintEvent* event) {
     for (const int x : {bar.left(), bar.center().x(), bar.right()}) painter.drawLine(x, top, x, top + tickHeight);
 }
 
+void RunUser::ShowProgress() {
+    isCancelled_ = false;  // an Esc from before the run belongs to no report
+    panel_.Appear();
+    panel_.PaintForm();
+    busy_.emplace();
+}
+
+void RunUser::HideProgress() {
+    panel_.hide();
+    panel_.PaintForm();
+    if (!busy_) busy_.emplace();
+}
+
 bool RunUser::YieldAndIsCancelled() {
+    busy_.reset();
     const auto now = std::chrono::steady_clock::now();
     if (now - lastYield_ >= yieldInterval) {
         QApplication::processEvents();

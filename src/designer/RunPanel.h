@@ -2,8 +2,10 @@
 
 #include <QFrame>
 #include <chrono>
+#include <optional>
 
 #include "model/UserInterface.h"
+#include "support/frmBusyPointer.h"
 
 class QProgressBar;
 class QPushButton;
@@ -19,6 +21,8 @@ public:
 
     /// In the middle of the form, over everything, with the focus on its button.
     void Appear();
+    /// Paints the form as it is now, since a run may not look at the window system for a while.
+    void PaintForm() { parentWidget()->repaint(); }
     void SetMaximum(long long maximum);
     void SetValue(long long value);
 
@@ -45,27 +49,29 @@ public:
     RunUser(UserInterface& user, RunPanel& panel, bool& isCancelled)
         : user_(user), panel_(panel), isCancelled_(isCancelled) {}
 
-    void Message(std::string_view text, std::string_view title) override { user_.Message(text, title); }
+    void Message(std::string_view text, std::string_view title) override {
+        busy_.reset();
+        user_.Message(text, title);
+    }
     bool Ask(std::string_view question, std::string_view title, MessageIcon icon) override {
+        busy_.reset();
         return user_.Ask(question, title, icon);
     }
     void Warn(std::string_view text) override { user_.Warn(text); }
     void Note(std::string_view text) override { user_.Note(text); }
     std::optional<std::string> SaveDialog(const FileDialog& dialog) override { return user_.SaveDialog(dialog); }
     std::optional<std::string> OpenDialog(const FileDialog& dialog) override { return user_.OpenDialog(dialog); }
-    void ShowProgress() override {
-        isCancelled_ = false;  // an Esc from before the run belongs to no report
-        panel_.Appear();
-    }
+    void ShowProgress() override;
     void SetProgressMax(long long maximum) override { panel_.SetMaximum(maximum); }
     void SetProgress(long long value) override { panel_.SetValue(value); }
-    void HideProgress() override { panel_.hide(); }
+    void HideProgress() override;
     bool YieldAndIsCancelled() override;
 
 private:
     UserInterface& user_;
     RunPanel& panel_;
     bool& isCancelled_;
+    std::optional<BusyPointer> busy_;  // before the first record and after the last, where nothing cancels
     std::chrono::steady_clock::time_point lastYield_{};
 };
 

@@ -77,6 +77,7 @@ private:
 
     void ProcessReport(OutputType Flag);
     void Run(OutputType type);
+    bool Compose(OutputType type);
     void ShowScreenFile();
     void EnableParts(bool isEnabled);
     void EditReportOptions();

@@ -37,6 +37,12 @@ void frmCustomReport::ProcessReport(OutputType Flag) {
 }
 
 void frmCustomReport::Run(OutputType type) {
+    const bool hasOutput = Compose(type);
+    if (type == OutputType::Screen && hasOutput && !closesAfterRun_) ShowScreenFile();
+}
+
+/// False if there is nothing to show: no items, or no file chosen.
+bool frmCustomReport::Compose(OutputType type) {
     RunUser user(services_.user, *Picture1_, boolCancelReport_);
     const std::unique_ptr<Output> output = MakeOutput(type, {.printer = services_.printer.printer});
     ReportRun report(services_.layout, *output, {services_.engine, user, services_.clock, fonts_});
@@ -44,8 +50,7 @@ void frmCustomReport::Run(OutputType type) {
     if (outcome.failure) user.Message(outcome.failure->what(), {});
     if (outcome.end == RunEnd::NoPrimaryRow)
         user.Message("The primary sort field of the layout is no longer in the catalog.", {});
-    const bool hasOutput = outcome.end != RunEnd::NoItems && outcome.end != RunEnd::TargetCancelled;
-    if (type == OutputType::Screen && hasOutput) ShowScreenFile();
+    return outcome.end != RunEnd::NoItems && outcome.end != RunEnd::TargetCancelled;
 }
 
 void frmCustomReport::ShowScreenFile() {

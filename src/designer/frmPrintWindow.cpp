@@ -10,6 +10,7 @@
 #include "platform/RunTimeError.h"
 #include "richtext/ReadRichText.h"
 #include "support/TwipScale.h"
+#include "support/frmBusyPointer.h"
 #include "support/frmSizeForm.h"
 
 namespace quillform::designer {
@@ -81,6 +82,7 @@ void frmPrintWindow::showEvent(QShowEvent* event) {
 
 void frmPrintWindow::Form_Activate() {
     try {
+        const BusyPointer busy;
         Text1_->Show(richtext::ReadRichTextFile(file_));
     } catch (const RunTimeError& error) {
         user_.Message(error.what());

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <QGuiApplication>
 #include <QMenuBar>
 #include <QTimer>
 #include <filesystem>
@@ -82,6 +83,18 @@ TEST_F(Runs, ShowWhereTheScreenReportIs) {
     ASSERT_EQ(user.messages.size(), 1u);
     EXPECT_NE(user.messages[0].find("DISPLY1.RTF"), std::string::npos);
     EXPECT_TRUE(fs::exists(folder.File("DISPLY1.RTF")));
+}
+
+TEST_F(Runs, OfAFormThatIsClosedShowNothing) {
+    layout.settings.intOutputType = 1;
+    DuringRun([this] {
+        EXPECT_FALSE(QGuiApplication::overrideCursor());  // the button can be pressed
+        form->close();
+    });
+    Key(Qt::Key_R, Qt::ControlModifier);
+    EXPECT_TRUE(user.messages.empty());
+    EXPECT_EQ(unloadedByExit, false);
+    EXPECT_FALSE(QGuiApplication::overrideCursor());
 }
 
 TEST_F(Runs, TellOfAFailure) {
