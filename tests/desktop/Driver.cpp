@@ -63,6 +63,11 @@ void ClickNode(QTreeWidget& tree, QTreeWidgetItem& node) {
     QTest::mouseClick(tree.viewport(), Qt::LeftButton, {}, tree.visualItemRect(&node).center());
 }
 
+void ClickRow(QListWidget& list, int row) {
+    list.scrollToItem(list.item(row));
+    QTest::mouseClick(list.viewport(), Qt::LeftButton, {}, list.visualItemRect(list.item(row)).center());
+}
+
 void Press(QWidget& control, Qt::Key key, Qt::KeyboardModifiers held) { QTest::keyClick(&control, key, held); }
 
 void Press(Qt::Key key, Qt::KeyboardModifiers held) {

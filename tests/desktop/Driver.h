@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QApplication>
+#include <QListWidget>
 #include <QMessageBox>
 #include <QPushButton>
 #include <QTest>
@@ -49,6 +50,7 @@ void Click(QWidget& control);
 QTreeWidgetItem& NodeOf(QTreeWidget& tree, const char* text);
 /// Clicks a node, after opening the tree down to it.
 void ClickNode(QTreeWidget& tree, QTreeWidgetItem& node);
+void ClickRow(QListWidget& list, int row);
 void Press(QWidget& control, Qt::Key key, Qt::KeyboardModifiers held = Qt::NoModifier);
 /// Into whatever has the focus, as a keyboard does.
 void Press(Qt::Key key, Qt::KeyboardModifiers held = Qt::NoModifier);

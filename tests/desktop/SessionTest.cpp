@@ -41,9 +41,6 @@ protected:
         line.selectAll();
         Type(text);
     }
-    static void ClickLine(QListWidget& list, int row) {
-        QTest::mouseClick(list.viewport(), Qt::LeftButton, {}, list.visualItemRect(list.item(row)).center());
-    }
     /// A shortcut, for which a form must have the keyboard back from its dialogs.
     static void PressShortcut(frmCustomReport& designer, Qt::Key key) {
         designer.activateWindow();
@@ -123,7 +120,7 @@ void Session::ChooseLabels(frmCustomReport& designer) {
         auto& styles = Named<QListWidget>(window, "lstLabels");
         const auto found = styles.findItems(QStringLiteral("Address, 30"), Qt::MatchStartsWith);
         ASSERT_FALSE(found.isEmpty());
-        ClickLine(styles, styles.row(found.front()));
+        ClickRow(styles, styles.row(found.front()));
         EXPECT_TRUE(QTest::qWaitFor(
             [&] { return Named<QLineEdit>(window, "Custom_0").text().trimmed() == QStringLiteral("3"); }));
         Click(Named<QPushButton>(window, "SaveCmd"));
@@ -153,7 +150,7 @@ void Session::BuildQuery(frmCustomReport& designer) {
         add(window, "Stock Code", "L", "KI*", "O");
         auto& lines = Named<QListWidget>(window, "Formulas");
         EXPECT_EQ(lines.count(), 3);
-        ClickLine(lines, 2);
+        ClickRow(lines, 2);
         Click(Named<QPushButton>(window, "UpCmd"));
         Click(Named<QPushButton>(window, "SFileCmd"));
         Click(Named<QPushButton>(window, "XitCmd"));
@@ -168,7 +165,7 @@ void Session::LoadQuery(frmCustomReport& designer) {
     const Driver driver({[&](QWidget& window) {
         auto& lines = Named<QListWidget>(window, "Formulas");
         for (int left = lines.count(); left > 0; --left) {
-            ClickLine(lines, 0);
+            ClickRow(lines, 0);
             Click(Named<QPushButton>(window, "DelCmd"));
         }
         EXPECT_EQ(lines.count(), 0);

@@ -59,20 +59,9 @@ protected:
         return texts;
     }
     int SelectedCount() const { return static_cast<int>(Formulas().selectedItems().size()); }
-    void ClickLine(int row) const {
-        QTest::mouseClick(Formulas().viewport(), Qt::LeftButton, {},
-                          Formulas().visualItemRect(Formulas().item(row)).center());
-    }
-    QTreeWidgetItem* Node(const char* text) const {
-        return Part<QTreeWidget>("SSTree1")
-            .findItems(QString::fromUtf8(text), Qt::MatchExactly | Qt::MatchRecursive)
-            .value(0);
-    }
-    void ClickNode(const char* text) const {
-        auto& tree = Part<QTreeWidget>("SSTree1");
-        tree.scrollToItem(Node(text));
-        QTest::mouseClick(tree.viewport(), Qt::LeftButton, {}, tree.visualItemRect(Node(text)).center());
-    }
+    void ClickLine(int row) const { ClickRow(Formulas(), row); }
+    QTreeWidgetItem* Node(const char* text) const { return &NodeOf(Part<QTreeWidget>("SSTree1"), text); }
+    void ClickNode(const char* text) const { quillform::ClickNode(Part<QTreeWidget>("SSTree1"), *Node(text)); }
     /// A line by the keyboard alone, from the box of the field on.
     void EnterLine(const char* operation, const char* value, const char* join) const {
         Part<QLineEdit>("Field").setFocus();

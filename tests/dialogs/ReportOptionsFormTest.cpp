@@ -76,7 +76,7 @@ protected:
         Go(LabelType);
         const auto found = List().findItems(QString::fromUtf8(style), Qt::MatchExactly);
         ASSERT_EQ(found.size(), 1) << style;
-        QTest::mouseClick(List().viewport(), Qt::LeftButton, {}, List().visualItemRect(found.front()).center());
+        ClickRow(List(), List().row(found.front()));
         QCoreApplication::processEvents();
     }
     std::string Selected() const {
