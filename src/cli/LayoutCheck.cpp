@@ -140,6 +140,12 @@ void LayoutCheck::CheckItems() {
         ++position;
         if (item.Code < ItemCode::FirstCatalog || item.Code >= ItemCode::FirstComputed) continue;
         const std::string name = NameOfItem(position, item);
+        if (!IsDataItem(item)) {
+            Add(Weight::Error, name + ": reports select the catalog rows " + std::to_string(ItemCode::FirstCatalog) +
+                                   " to " + std::to_string(ItemCode::LastCatalog) + " and not " +
+                                   std::to_string(item.Code) + "; it prints no data");
+            continue;
+        }
         const CatalogRow* row = catalog_.Find(item.Code);
         if (!row) {
             Add(Weight::Error, name + ": no catalog row " + std::to_string(item.Code) + "; it prints its own text");

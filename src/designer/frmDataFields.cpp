@@ -5,7 +5,11 @@
 #include <QIcon>
 #include <QLineEdit>
 #include <QTreeWidget>
+#include <memory>
 #include <optional>
+#include <unordered_set>
+#include <utility>
+#include <vector>
 
 #include "engine/ReportRun.h"
 #include "platform/Numbers.h"
@@ -37,6 +41,22 @@ QIcon RootIcon() {
     QIcon icon(QStringLiteral(":/designer/close.svg"));
     icon.addFile(QStringLiteral(":/designer/open.svg"), {}, QIcon::Normal, QIcon::On);
     return icon;
+}
+
+std::unique_ptr<QTreeWidgetItem> NewRoot(const std::string& text) {
+    static const QIcon icon = RootIcon();
+    auto root = std::make_unique<QTreeWidgetItem>(QStringList{ToQt(text)});
+    root->setIcon(0, icon);
+    return root;
+}
+
+/// The root owns it.
+QTreeWidgetItem& NewLeaf(QTreeWidgetItem& root, int code, const std::string& text) {
+    static const QIcon icon(QStringLiteral(":/designer/leaf.svg"));
+    auto* const leaf = new QTreeWidgetItem(&root, {ToQt(text)});
+    leaf->setData(0, keyRole, KeyOf(code));
+    leaf->setIcon(0, icon);
+    return *leaf;
 }
 
 }  // namespace
@@ -73,54 +93,48 @@ bool frmDataFields::Form_Activate() {
         const auto database = OpenReportDatabase(surface_.Report(), services_.engine);
         const auto rows = database->OpenRecordset("SELECT ID, Text, Table FROM [Report - Index] ORDER BY Table, Text",
                                                   RecordsetType::Snapshot);
-        SSTree1_->clear();
-        AddRows(*rows);
+        FillTree(*rows);
     } catch (const RunTimeError&) {
         services_.user.Message(
             "Cannot locate the database.  Select [Edit], [Report Options], and go to the [Database] folder.  Locate "
             "your Brindlemark database.");
         return false;
     }
-    QTreeWidgetItem* const root = AddRoot(std::string(looseRoot));
-    for (const FieldChoice& loose : LooseFields()) AddLeaf(*root, loose.code, loose.text);
     return true;
 }
 
-void frmDataFields::AddRows(Recordset& rows) {
+/// The nodes are made aside and put into the tree together: a tree that hears of each one by itself takes its time over
+/// thousands of them, and keeps half of them if the database fails on the way.
+void frmDataFields::FillTree(Recordset& rows) {
+    std::unordered_set<int> placed;
+    for (const clssFields& item : surface_.Report().Fields) placed.insert(item.Code);
+    std::vector<std::unique_ptr<QTreeWidgetItem>> roots;
     const int id = rows.FindField("ID");
     const int text = rows.FindField("Text");
     const int table = rows.FindField("Table");
     std::string lastTable;
-    QTreeWidgetItem* root = nullptr;
     for (; !rows.IsEOF(); rows.MoveNext()) {
-        if (const std::string name(Trim(rows.Text(table))); root == nullptr || name != lastTable) {
-            lastTable = name;
-            root = AddRoot(name);
+        if (std::string name(Trim(rows.Text(table))); roots.empty() || name != lastTable) {
+            roots.push_back(NewRoot(name));
+            lastTable = std::move(name);
         }
-        AddLeaf(*root, static_cast<int>(Val(rows.Text(id))), rows.Text(text));
+        const int code = static_cast<int>(Val(rows.Text(id)));
+        ShowWhetherPlaced(NewLeaf(*roots.back(), code, rows.Text(text)),
+                          code <= ItemCode::LastCatalog && placed.contains(code));
     }
+    roots.push_back(NewRoot(std::string(looseRoot)));
+    for (const FieldChoice& loose : LooseFields())
+        ShowWhetherPlaced(NewLeaf(*roots.back(), loose.code, loose.text), placed.contains(loose.code));
+    QList<QTreeWidgetItem*> made;
+    for (std::unique_ptr<QTreeWidgetItem>& root : roots) made << root.release();
+    SSTree1_->clear();
+    SSTree1_->addTopLevelItems(made);
 }
 
-QTreeWidgetItem* frmDataFields::AddRoot(const std::string& text) {
-    static const QIcon icon = RootIcon();
-    auto* const root = new QTreeWidgetItem(SSTree1_, {ToQt(text)});
-    root->setIcon(0, icon);
-    return root;
-}
-
-void frmDataFields::AddLeaf(QTreeWidgetItem& root, int code, const std::string& text) {
-    static const QIcon icon(QStringLiteral(":/designer/leaf.svg"));
-    auto* const leaf = new QTreeWidgetItem(&root, {ToQt(text)});
-    leaf->setData(0, keyRole, KeyOf(code));
-    leaf->setIcon(0, icon);
-    ShowWhetherPlaced(*leaf);
-}
-
-void frmDataFields::ShowWhetherPlaced(QTreeWidgetItem& leaf) const {
-    const bool isPlaced = fields_.Find(CodeOf(leaf).value_or(0)) > 0;
+void frmDataFields::ShowWhetherPlaced(QTreeWidgetItem& leaf, bool isPlaced) const {
     QFont font = SSTree1_->font();
-    font.setBold(isPlaced);
-    leaf.setFont(0, font);
+    font.setBold(true);
+    leaf.setData(0, Qt::FontRole, isPlaced ? QVariant(font) : QVariant());
     leaf.setData(0, Qt::AccessibleDescriptionRole,
                  isPlaced ? QStringLiteral("on the layout") : QStringLiteral("not on the layout"));
 }
@@ -132,6 +146,11 @@ void frmDataFields::SSTree1_NodeClick(QTreeWidgetItem* node) {
     }
     const std::optional<int> code = CodeOf(*node);
     if (!code || *code < 1) return;
+    if (!IsLoose(*node) && *code > ItemCode::LastCatalog)
+        return services_.user.Message(FromQt(node->text(0)) + " can't be put on a report: it is number " +
+                                      std::to_string(*code) + " of the catalog, and reports select the numbers " +
+                                      std::to_string(ItemCode::FirstCatalog) + " to " +
+                                      std::to_string(ItemCode::LastCatalog) + ".");
     if (const int position = fields_.Find(*code); position > 0) {
         fields_.Remove(position);
     } else {
@@ -139,7 +158,12 @@ void frmDataFields::SSTree1_NodeClick(QTreeWidgetItem* node) {
         if (!FindChoice(*code, choice)) return;
         fields_.Insert(choice);
     }
-    ShowWhetherPlaced(*node);
+    ShowWhetherPlaced(*node, fields_.Find(*code) > 0);
+}
+
+/// Whether a leaf belongs to no table. A row of the catalog may have the number of one that does.
+bool frmDataFields::IsLoose(const QTreeWidgetItem& leaf) const {
+    return leaf.parent() == SSTree1_->topLevelItem(SSTree1_->topLevelItemCount() - 1);
 }
 
 /// What a new item takes over. False if the catalog has lost the row, or the database is gone by now.

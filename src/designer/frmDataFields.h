@@ -13,7 +13,7 @@ namespace quillform::designer {
 
 /// "Insert/Remove Data Field": the tree of everything that can be reported. A click on a leaf puts it on the surface, a
 /// click on the same leaf takes it off again; Enter and the space bar do what a click does. Leaves that are on the
-/// layout stand in bold.
+/// layout stand in bold. A row of the catalog whose number reports can't select is shown, and a click on it says so.
 class frmDataFields final : public QDialog {
     Q_OBJECT
 
@@ -32,11 +32,10 @@ private:
     void SSTree1_NodeClick(QTreeWidgetItem* node);
     void DoneCmd_Click() { accept(); }
 
-    void AddRows(Recordset& rows);
-    QTreeWidgetItem* AddRoot(const std::string& text);
-    void AddLeaf(QTreeWidgetItem& root, int code, const std::string& text);
+    void FillTree(Recordset& rows);
     bool FindChoice(int code, FieldChoice& choice) const;
-    void ShowWhetherPlaced(QTreeWidgetItem& leaf) const;
+    void ShowWhetherPlaced(QTreeWidgetItem& leaf, bool isPlaced) const;
+    bool IsLoose(const QTreeWidgetItem& leaf) const;
 
     DesignSurface& surface_;
     DesignerServices services_;

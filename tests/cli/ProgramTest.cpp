@@ -149,6 +149,7 @@ TEST_F(Program, CheckFindsWhatIsWrong) {
         {"\"Arial\"", "\"No Such Font\"", 0, "warning: the font \"No Such Font\" is not installed"},
         {"#-1, 0,", "#-1, 500,", 6, "error: item 1 \"Stock on Hand\": stands or reaches past"},
         {"#-1,", "#850,", 6, "no catalog row 850"},
+        {"#-1,", "#1850,", 6, "reports select the catalog rows 1 to 899 and not 1850"},
         {"\"True\",\"False\",\"False\",\"False\"", "\"False\",\"False\",\"False\",\"False\"", 6, "primary sort"},
         {"Sample.mdb", "Nothing.mdb", 5, "Nothing.mdb\" does not exist"},
         {"\"True\",\"1\"", "\"1e999\",\"1e999\"", 0, "warning: line 2: "},

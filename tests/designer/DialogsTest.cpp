@@ -88,6 +88,33 @@ TEST_F(Dialogs, ALeafOfTheTreePutsItsFieldOnTheLayoutAndTakesItOff) {
     EXPECT_TRUE(user.messages.empty());
 }
 
+/// Other hands may have made more rows than reports can select, with the numbers of dates among them.
+TEST_F(Dialogs, ARowThatReportsCannotSelectSaysSo) {
+    OpenHidden();
+    sample::WriteSamples(*engine, layout.strAppPath);
+    const auto database = engine->OpenDatabase(layout.strAppPath + "Sample.mdb");
+    for (const char* row : {"899, 'a'", "900, 'b'", "9001, 'c'", "32767, 'd'"})
+        database->Execute("INSERT INTO [Report - Index] (ID, Text, Table) SELECT TOP 1 " + std::string(row) +
+                          ", 'Far' FROM [Report - Index]");
+    frmDataFields dialog(form->Surface(), Services());
+    const Driver driver({[&](QWidget& window) {
+        auto& tree = Named<QTreeWidget>(window, "SSTree1");
+        QTreeWidgetItem& far = NodeOf(tree, "Far");
+        ClickNode(tree, far);
+        for (int i = 0; i < 4; ++i) ClickNode(tree, *far.child(i));
+        EXPECT_EQ(layout.Fields.Count(), 1);
+        QTreeWidgetItem& loose = NodeOf(tree, "Date/Time/Page");
+        loose.setExpanded(true);
+        ClickNode(tree, *loose.child(1));  // number 9001 too
+        EXPECT_EQ(layout.Fields.Count(), 2);
+        quillform::Click(Named<QPushButton>(window, "DoneCmd"));
+    }});
+    dialog.exec();
+    ASSERT_EQ(user.messages.size(), 3u);
+    EXPECT_EQ(user.messages[1],
+              "c can't be put on a report: it is number 9001 of the catalog, and reports select the numbers 1 to 899.");
+}
+
 TEST_F(Dialogs, ADatabaseThatIsGoneEndsTheTreeWithItsMessage) {
     OpenHidden();
     layout.settings.strDatabase[1] = folder.File("gone.mdb");
