@@ -111,6 +111,12 @@ void FontDialog::FillFamilies() {
     family_->setCurrentRow(0);
 }
 
+/// Only a list that is laid out can be scrolled to its row.
+void FontDialog::showEvent(QShowEvent* event) {
+    QDialog::showEvent(event);
+    family_->scrollToItem(family_->currentItem(), QAbstractItemView::PositionAtCenter);
+}
+
 FontSpec FontDialog::Chosen() const {
     FontSpec font = given_;
     if (family_->currentItem()) font.name = FromQt(family_->currentItem()->text());

@@ -22,6 +22,9 @@ public:
     /// The font that the user chose, empty on a cancel.
     static std::optional<FontSpec> Choose(ScreenFonts& fonts, const FontSpec& font, QWidget* parent);
 
+protected:
+    void showEvent(QShowEvent* event) override;
+
 private:
     class Sample;
 

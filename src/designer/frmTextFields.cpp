@@ -2,6 +2,7 @@
 
 #include <QBoxLayout>
 #include <QGroupBox>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
@@ -80,7 +81,8 @@ void frmTextFields::MakeParts() {
 
 void frmTextFields::Form_Activate() {
     FillTextList();
-    AddCmd_->setEnabled(false);
+    EnableForEntry(false);
+    if (List1_->count() == 0) NewCmd_->setFocus();
 }
 
 void frmTextFields::FillTextList() {
@@ -100,7 +102,9 @@ void frmTextFields::FillTextList() {
 int frmTextFields::Selected() const { return List1_->currentRow() + 1; }
 
 void frmTextFields::EnableForEntry(bool isEntering) {
-    AddCmd_->setEnabled(isEntering);
+    // What is typed while nothing is entered would go nowhere.
+    for (QWidget* const part : std::initializer_list<QWidget*>{Text_, Opt0_, Opt1_, AddCmd_})
+        part->setEnabled(isEntering);
     NewCmd_->setEnabled(!isEntering);
     const bool hasTexts = texts_.Texts().Count() > 0;
     EditCmd_->setEnabled(!isEntering && hasTexts);
@@ -109,12 +113,42 @@ void frmTextFields::EnableForEntry(bool isEntering) {
     List1_->setEnabled(!isEntering);
 }
 
+void frmTextFields::BeginEntry() {
+    EnableForEntry(true);
+    Text_->setFocus();
+}
+
+void frmTextFields::EndEntry() {
+    EnableForEntry(false);
+    NewCmd_->setFocus();
+}
+
+/// Esc gives an entry up before it closes the form; in the list Enter edits and Delete deletes.
+bool frmTextFields::TakesKey(int key) {
+    const bool isEntering = AddCmd_->isEnabled();
+    if (key == Qt::Key_Escape && isEntering) {
+        EndEntry();
+        return true;
+    }
+    if (!List1_->hasFocus()) return false;
+    if (key == Qt::Key_Return || key == Qt::Key_Enter)
+        EditCmd_Click();
+    else if (key == Qt::Key_Delete)
+        DelCmd_Click();
+    else
+        return false;
+    return true;
+}
+
+void frmTextFields::keyPressEvent(QKeyEvent* event) {
+    if (!TakesKey(event->key())) QDialog::keyPressEvent(event);
+}
+
 void frmTextFields::NewCmd_Click() {
     intTextMode_ = Mode::New;
     Text_->clear();
     Opt1_->setChecked(true);
-    EnableForEntry(true);
-    Text_->setFocus();
+    BeginEntry();
 }
 
 void frmTextFields::EditCmd_Click() {
@@ -123,8 +157,8 @@ void frmTextFields::EditCmd_Click() {
     const clssFields& item = texts_.Texts().Item(Selected());
     Text_->setText(ToQt(LeftCharacters(item.Text, static_cast<std::size_t>(std::max<int>(item.Length, 0)))));
     (TextItems::KindOf(item) == TextKind::PageHeading ? Opt0_ : Opt1_)->setChecked(true);
-    EnableForEntry(true);
-    Text_->setFocus();
+    BeginEntry();
+    Text_->selectAll();
 }
 
 void frmTextFields::DelCmd_Click() {
@@ -139,7 +173,7 @@ void frmTextFields::AddCmd_Click() {
         user_.Message(
             "You cannot save a text that is blank.  If you want to delete an existing text, you should use the delete "
             "button.");
-        EnableForEntry(false);
+        EndEntry();
         return;
     }
     const TextKind kind = Opt0_->isChecked() ? TextKind::PageHeading : TextKind::Normal;
@@ -148,10 +182,9 @@ void frmTextFields::AddCmd_Click() {
     } else {
         texts_.Change(Selected(), text, kind);
     }
-    EnableForEntry(false);
+    EndEntry();
     FillTextList();
     if (intTextMode_ == Mode::New) List1_->setCurrentRow(List1_->count() - 1);
-    NewCmd_->setFocus();
 }
 
 void frmTextFields::done(int result) {

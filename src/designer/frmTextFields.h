@@ -23,6 +23,9 @@ public:
 
     void done(int result) override;
 
+protected:
+    void keyPressEvent(QKeyEvent* event) override;
+
 private:
     enum class Mode { New = 0, Edit = 2 };
 
@@ -34,7 +37,10 @@ private:
     void DelCmd_Click();
     void AddCmd_Click();
     void XitCmd_Click() { accept(); }
+    void BeginEntry();
+    void EndEntry();
     void EnableForEntry(bool isEntering);
+    bool TakesKey(int key);
     int Selected() const;
 
     UserInterface& user_;

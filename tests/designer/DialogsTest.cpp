@@ -178,6 +178,29 @@ TEST_F(Dialogs, TextsAreEnteredEditedAndDeletedByKeys) {
     EXPECT_EQ(Texts(), (std::vector<std::string>{"Data", "Second", "Third"}));
 }
 
+TEST_F(Dialogs, EscGivesATextUpBeforeItClosesTheForm) {
+    OpenHidden();
+    Add(0, 0, 10, "Text", 0);
+    frmTextFields dialog(form->Surface(), user);
+    const Driver driver({[&](QWidget& window) {
+        auto& Text = Named<QLineEdit>(window, "Text");
+        EXPECT_FALSE(Text.isEnabled());
+        Named<QListWidget>(window, "List1").setFocus();
+        quillform::Press(Qt::Key_Return);  // edits what is selected
+        EXPECT_TRUE(Text.hasFocus());
+        Type("Other");
+        quillform::Press(Qt::Key_Escape);
+        EXPECT_FALSE(Text.isEnabled());
+        EXPECT_TRUE(Named<QPushButton>(window, "NewCmd").hasFocus());
+        EXPECT_EQ(Named<QListWidget>(window, "List1").item(0)->text(), "Text");
+        Named<QListWidget>(window, "List1").setFocus();
+        quillform::Press(Qt::Key_Delete);
+        EXPECT_EQ(layout.Fields.Count(), 0);
+        quillform::Press(window, Qt::Key_Escape);
+    }});
+    dialog.exec();
+}
+
 TEST_F(Dialogs, OptionsOfAnItemLeaveASortLevelToTheOneThatHasIt) {
     OpenHidden();
     Add(0, 0, 5).PrimarySort = true;
