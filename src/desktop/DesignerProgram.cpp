@@ -57,6 +57,7 @@ DesignerProgram::~DesignerProgram() = default;
 
 void DesignerProgram::Start(const std::optional<std::string>& layoutFile) {
     MakeSamplesOnce(layout_, services_.engine, services_.user);
+    if (services_.showWarnings) services_.showWarnings();
     if (layoutFile)
         ShowDesigner(WholePath(layoutFile));
     else
@@ -70,7 +71,6 @@ void DesignerProgram::ShowStartForm() {
     });
     form_ = std::move(form);
     form_->show();
-    if (services_.showWarnings) QTimer::singleShot(0, this, services_.showWarnings);
 }
 
 void DesignerProgram::ShowDesigner(const std::optional<std::string>& layoutFile) {
