@@ -60,8 +60,10 @@ std::string ReadingProblem(const LabelStyle& style) {
     return {};
 }
 
-bool IsEmpty(const LabelStyle& style) {
-    return std::ranges::all_of(style.measures, [](const std::string& text) { return text.empty(); });
+/// Whether there is anything to draw and judge yet.
+bool IsIncomplete(const LabelStyle& style) {
+    const auto needed = {Across, Down, Height, Width};
+    return std::ranges::any_of(needed, [&](Box box) { return style.measures[box].empty(); });
 }
 
 /// From the first label's edge to the last one's.
@@ -126,7 +128,7 @@ SheetPlan PlanSheet(const LabelStyle& style) {
     const print::PaperSize paper = print::PaperSizeOf(style.paper.value_or(0));
     plan.paperWidth = paper.widthTwips / twipsPerInch;
     plan.paperHeight = paper.heightTwips / twipsPerInch;
-    if (IsEmpty(style)) {
+    if (IsIncomplete(style)) {
         plan.sentence = "The measures of a sheet stand on its packet, in inches.";
         return plan;
     }

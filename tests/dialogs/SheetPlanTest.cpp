@@ -56,7 +56,7 @@ TEST(SheetPlan, SaysTheFirstThingThatIsWrong) {
          "Label Width: \"2,5\" counts as 2.  Write the number with a point, such as 1.333.", 4, 4},
         {Sheet({"2", "2", "1", "2", "9e999", ".2", "0", ""}), "Top Margin: \"9e999\" is too large.", 4, 4},
         {Sheet({"0", "2", "1", "2", ".5", ".2", "0", ""}), "Labels Across and Labels Down must be 1 or more.", 0, 0},
-        {Sheet({"2", "2", "", "2", ".5", ".2", "0", ""}), "Label Height and Label Width must be more than 0.", 0, 0},
+        {Sheet({"2", "2", "0", "2", ".5", ".2", "0", ""}), "Label Height and Label Width must be more than 0.", 0, 0},
         {Sheet({"2", "2", "1", "2", ".5", ".2", "-1", ""}), "The labels overlap: a gap is less than 0.", 4, 4},
         {Sheet({"2", "2", "1", "2", "-.5", ".2", "0", ""}), "The labels begin off the sheet: a margin is less than 0.",
          4, 4},
@@ -76,8 +76,9 @@ TEST(SheetPlan, SaysTheFirstThingThatIsWrong) {
     }
 }
 
-TEST(SheetPlan, HasNoFaultsBeforeSomethingIsTyped) {
+TEST(SheetPlan, HasNoFaultsBeforeItIsTyped) {
     EXPECT_FALSE(PlanSheet({}).isWrong);
+    EXPECT_FALSE(PlanSheet(Sheet({"3", "10", "1", "", "", "", "", ""})).isWrong);
     LabelStyle begun = address;
     begun.measures[7] = ".";
     EXPECT_FALSE(PlanSheet(begun).isWrong);
