@@ -80,8 +80,6 @@ frmStockCodeTable::frmStockCodeTable(std::string databasePath, UserInterface& us
     SizeForm(*this);
 }
 
-frmStockCodeTable::~frmStockCodeTable() { SetMousePointer(false); }
-
 QWidget* frmStockCodeTable::MakeBoxes() {
     auto* const table = new QWidget;
     auto* const cells = new QGridLayout(table);
@@ -160,7 +158,7 @@ void frmStockCodeTable::cmdAdd_Click() {
 }
 
 void frmStockCodeTable::cmdClose_Click() {
-    SetMousePointer(false);
+    hourglass_.reset();
     close();
 }
 
@@ -170,21 +168,19 @@ void frmStockCodeTable::frmReports_Click() {
 }
 
 void frmStockCodeTable::datPrimaryRS_Reposition() {
-    SetMousePointer(false);
+    hourglass_.reset();
     ShowRecord();
 }
 
-void frmStockCodeTable::datPrimaryRS_Validate() { SetMousePointer(true); }
-
 /// No Reposition follows where nothing moved.
 void frmStockCodeTable::datPrimaryRS_Error(const RunTimeError& DataErr) {
-    SetMousePointer(false);
+    hourglass_.reset();
     ShowRecord();
     user_.Message("Data error event hit err:" + std::string(DataErr.what()));
 }
 
 void frmStockCodeTable::Form_Unload(bool& Cancel) {
-    SetMousePointer(false);
+    hourglass_.reset();
     if (datPrimaryRS_.SaveChanges()) return;
     Cancel = !user_.Ask("The record isn't stored.  Leave without it?", FromQt(windowTitle()));
 }
@@ -221,11 +217,6 @@ void frmStockCodeTable::ShowRecord() {
         bar_->SetCaption(QStringLiteral("New record"));
     else
         bar_->SetCaption(position < 0 ? QStringLiteral("No records") : QStringLiteral("Record: %1").arg(position + 1));
-}
-
-void frmStockCodeTable::SetMousePointer(bool isHourglass) {
-    if (isHourglass == std::exchange(isHourglass_, isHourglass)) return;
-    isHourglass ? QApplication::setOverrideCursor(Qt::WaitCursor) : QApplication::restoreOverrideCursor();
 }
 
 }  // namespace quillform::dialogs

@@ -2,10 +2,12 @@
 
 #include <QWidget>
 #include <array>
+#include <optional>
 #include <string>
 
 #include "dialogs/BoundRecords.h"
 #include "model/UserInterface.h"
+#include "support/frmBusyPointer.h"
 
 class QLabel;
 class QLineEdit;
@@ -27,7 +29,6 @@ public:
     /// `databasePath` is opened when the form is first shown; a failure is told, and the form stays usable. `user` and
     /// `engine` outlive the form.
     frmStockCodeTable(std::string databasePath, UserInterface& user, DBEngine& engine, QWidget* parent = nullptr);
-    ~frmStockCodeTable() override;
 
 Q_SIGNALS:
     /// The form is closed: by "Reports" (the designer is wanted) or otherwise (the program ends).
@@ -52,17 +53,16 @@ private:
     void cmdClose_Click();
     void frmReports_Click();
     void datPrimaryRS_Reposition();
-    void datPrimaryRS_Validate();
+    void datPrimaryRS_Validate() { hourglass_.emplace(); }
     void datPrimaryRS_Error(const RunTimeError& DataErr);
     void Form_Unload(bool& Cancel);
 
     void ShowRecord();
-    void SetMousePointer(bool isHourglass);
 
     UserInterface& user_;
     BoundRecords datPrimaryRS_;
     bool wasShown_ = false;
-    bool isHourglass_ = false;
+    std::optional<BusyPointer> hourglass_;  // from Validate to Reposition or Error
     bool byReports_ = false;
 
     // Owned by the form.
