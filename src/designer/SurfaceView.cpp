@@ -3,6 +3,7 @@
 #include "designer/SurfaceView.h"
 
 #include <QMouseEvent>
+#include <QTimerEvent>
 #include <utility>
 
 namespace quillform::designer {
@@ -73,6 +74,7 @@ void SurfaceView::mousePressEvent(QMouseEvent* event) {
 
 void SurfaceView::mouseMoveEvent(QMouseEvent* event) {
     mouse_ = ToCells(event->position());
+    WatchEdge();
     if (hold_ == Hold::Drag) {
         update();
         return ShowPointed(mouse_);
@@ -109,6 +111,39 @@ void SurfaceView::Drop(QPointF cells) {
         editing_.Pic_DragDrop(target->Index, held_, cells.x() - target->box.left, cells.y() - target->box.top);
     else
         editing_.Picture2_DragDrop(held_, cells.x(), cells.y());
+}
+
+/// Columns and rows to scroll by for the place where the mouse holds an item; none where the page ends.
+QPoint SurfaceView::EdgeStep() const {
+    constexpr double edgeColumns = 1, edgeRows = 0.5;  // an edge of 120 twips all round
+    const SurfaceGeometry& geometry = surface_.Geometry();
+    const auto step = [](double place, double size, double edge, const auto& bar) {
+        if (place < edge) return bar.Value > 0 ? -1 : 0;
+        return place > size - edge && bar.Value < bar.Max ? 1 : 0;
+    };
+    return {step(mouse_.x(), geometry.Picture2.box.width, edgeColumns, geometry.HScroll1),
+            step(mouse_.y(), geometry.Picture2.box.height, edgeRows, geometry.VScroll1)};
+}
+
+/// The first step waits, so that an item can be let go in the last row, or carried out of the window, in peace.
+void SurfaceView::WatchEdge() {
+    constexpr int pauseMs = 300;
+    if (hold_ != Hold::Drag || EdgeStep().isNull())
+        atEdge_.stop();
+    else if (!atEdge_.isActive())
+        atEdge_.start(pauseMs, this);
+}
+
+void SurfaceView::timerEvent(QTimerEvent* event) {
+    if (event->timerId() != atEdge_.timerId()) return QWidget::timerEvent(event);
+    constexpr int stepMs = 50;
+    atEdge_.start(stepMs, this);
+    const SurfaceGeometry& geometry = surface_.Geometry();
+    const QPoint step = EdgeStep();
+    surface_.ScrollTo(geometry.HScroll1.Value + step.x(), geometry.VScroll1.Value + step.y());
+    WatchEdge();
+    update();
+    ShowPointed(mouse_);
 }
 
 void SurfaceView::wheelEvent(QWheelEvent* event) {

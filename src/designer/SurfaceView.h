@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QBasicTimer>
 #include <QWidget>
 #include <optional>
 
@@ -15,7 +16,7 @@ namespace quillform::designer {
 /// Keys: Tab and Shift+Tab select the next and the previous item and leave the surface at the last one; arrows move the
 /// selected item by a cell, with Shift they change its width, with Ctrl they scroll; Page Up and Page Down scroll by a
 /// viewport; Enter or the menu key shows the item's options. The wheel scrolls, also during a drag; with Shift
-/// sideways.
+/// sideways. An item that is held at an edge or beyond it scrolls to what lies there.
 class SurfaceView : public QWidget {
     Q_OBJECT
 
@@ -42,6 +43,7 @@ protected:
     void wheelEvent(QWheelEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
     void leaveEvent(QEvent* event) override;
+    void timerEvent(QTimerEvent* event) override;
     bool focusNextPrevChild(bool next) override;
 
 private:
@@ -56,6 +58,8 @@ private:
     QPointF ToCells(QPointF pixels) const;
 
     void Drop(QPointF cells);
+    QPoint EdgeStep() const;
+    void WatchEdge();
     void ShowPointer();
     void ShowPointed(QPointF cells);
     void SelectAndReveal(int index);
@@ -66,9 +70,10 @@ private:
     ScreenFonts& fonts_;
     ItemEditing editing_;
     Hold hold_ = Hold::None;
-    int held_ = 0;       // picture that the mouse was pressed on
-    QPointF mouse_;      // in cells of the viewport
-    QPoint wheelSteps_;  // what the wheel has turned beyond whole cells, in eighths of a degree
+    int held_ = 0;        // picture that the mouse was pressed on
+    QPointF mouse_;       // in cells of the viewport
+    QBasicTimer atEdge_;  // runs while a dragged item is held at an edge
+    QPoint wheelSteps_;   // what the wheel has turned beyond whole cells, in eighths of a degree
 };
 
 }  // namespace quillform::designer

@@ -48,6 +48,37 @@ TEST_F(Form, MovesAnItemByDragging) {
     }
 }
 
+TEST_F(Form, AnItemThatIsHeldAtAnEdgeScrolls) {
+    Open();
+    Add(20, 5, 10);
+    const auto& down = Named<QScrollBar>(*form, "VScroll1");
+    const auto& across = Named<QScrollBar>(*form, "HScroll1");
+    const auto rests = [&] {
+        const QPoint before(across.value(), down.value());
+        QTest::qWait(450);
+        return QPoint(across.value(), down.value()) == before;
+    };
+    Press(22, 5.5);
+    Move(22, 19.75);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return down.value() >= 3; }));
+    EXPECT_EQ(across.value(), 0);
+    Move(22, 10.5);
+    EXPECT_TRUE(rests()) << "the mouse came back";
+    Move(22, 23);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return down.value() == down.maximum(); })) << "beyond the edge";
+    Move(75.5, 10.5);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return across.value() >= 2; }));
+    Release(75.5, 10.5);
+    EXPECT_TRUE(rests()) << "the item was let go";
+    EXPECT_EQ(Item(1).Top, 10 + down.value());
+    EXPECT_EQ(Item(1).Left, 73 + across.value());
+    Press(75.5, 10.5);
+    Release(75.5, 10.5);
+    EXPECT_TRUE(rests());
+    Click(40, 19.75);
+    EXPECT_TRUE(rests()) << "nothing is held";
+}
+
 TEST_F(Form, DropsAnItemOnAnother) {
     Open();
     Add(0, 0, 10, "lower");
