@@ -2,6 +2,8 @@
 
 #include <QAbstractButton>
 #include <QButtonGroup>
+#include <QEvent>
+#include <QKeySequence>
 #include <QPainter>
 #include <QToolButton>
 #include <string_view>
@@ -9,6 +11,7 @@
 
 #include "platform/Colours.h"
 #include "support/TwipScale.h"
+#include "support/frmInkIcon.h"
 
 // Outside of any namespace, as Qt asks.
 static void LoadPictures() { Q_INIT_RESOURCE(designer); }
@@ -136,6 +139,15 @@ void FormatBar::MakeToolbars() {
                             {{"Left Justify", "left"}, {"Center", "center"}, {"Right Justify", "right"}}, true, this);
     Toolbar4_ = MakeToolbar("Toolbar4", 8040, {{"Landscape", "landscape"}, {"Portrait", "portrait"}}, true, this);
 
+    // Bold, italic and underlined go by the keys that every office program has for them.
+    constexpr QKeySequence::StandardKey keys[] = {QKeySequence::Bold, QKeySequence::Italic, QKeySequence::Underline};
+    for (std::size_t i = 0; i < 3; ++i) {
+        Toolbar3_[i]->setShortcut(QKeySequence(keys[i]));
+        Toolbar3_[i]->setStatusTip(QStringLiteral("%1 (%2)").arg(
+            Toolbar3_[i]->toolTip(), Toolbar3_[i]->shortcut().toString(QKeySequence::NativeText)));
+    }
+    ShowInk();
+
     constexpr Alignment alignments[] = {Alignment::Left, Alignment::Center, Alignment::Right};
     constexpr FontStyle styles[] = {FontStyle::Bold, FontStyle::Italic, FontStyle::Underline};
     for (std::size_t i = 0; i < 3; ++i) {
@@ -146,6 +158,24 @@ void FormatBar::MakeToolbars() {
     }
     for (std::size_t i = 0; i < 2; ++i)
         connect(Toolbar4_[i], &QToolButton::clicked, this, [this, i] { Q_EMIT Toolbar4_ButtonClick(i == 0); });
+}
+
+/// The icons that are lines alone have to stand out from the desktop's colours, light or dark.
+void FormatBar::ShowInk() {
+    constexpr const char* alignments[] = {"left", "center", "right"};
+    constexpr const char* styles[] = {"bold", "italic", "underline"};
+    const auto show = [this](QToolButton& button, const char* icon) {
+        button.setIcon(InkIcon(QStringLiteral(":/designer/%1.svg").arg(QString::fromLatin1(icon)), palette()));
+    };
+    for (std::size_t i = 0; i < 3; ++i) {
+        show(*Toolbar2_[i], alignments[i]);
+        show(*Toolbar3_[i], styles[i]);
+    }
+}
+
+void FormatBar::changeEvent(QEvent* event) {
+    QWidget::changeEvent(event);
+    if (event->type() == QEvent::PaletteChange && Toolbar4_[0] != nullptr) ShowInk();
 }
 
 ColorTarget FormatBar::Target() const {

@@ -28,9 +28,13 @@ Q_SIGNALS:
     void Toolbar3_ButtonClick(quillform::designer::FontStyle style, bool isDown);
     void Toolbar4_ButtonClick(bool isLandscape);
 
+protected:
+    void changeEvent(QEvent* event) override;
+
 private:
     void MakeSwatches();
     void MakeToolbars();
+    void ShowInk();
 
     std::array<QToolButton*, 2> Toolbar1_{};  // background, foreground
     std::array<QToolButton*, 3> Toolbar2_{};  // left, centre, right
