@@ -14,7 +14,8 @@ namespace {
 
 constexpr double fullColumns = 76;
 constexpr double fullRows = 19.75;
-constexpr int cellPixels = 8;  // of the design; a cell is twice as high
+constexpr int cellPixels = 8;       // of the design; a cell is twice as high
+constexpr int leastCellPixels = 5;  // on a screen that is too small for the design
 constexpr int margin = 8;
 constexpr int border = 1;  // around the viewport
 constexpr int gap = 1;
@@ -50,10 +51,14 @@ SurfaceFrame::SurfaceFrame(DesignSurface& surface, ScreenFonts& fonts, QWidget* 
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
 }
 
-QSize SurfaceFrame::minimumSizeHint() const {
-    return {static_cast<int>(fullColumns * cellPixels) + 2 * margin + gap + BarThickness(),
-            static_cast<int>(fullRows * 2 * cellPixels) + 2 * border + gap + BarThickness()};
+QSize SurfaceFrame::SizeFor(int cell) {
+    return {static_cast<int>(fullColumns * cell) + 2 * margin + gap + BarThickness(),
+            static_cast<int>(fullRows * 2 * cell) + 2 * border + gap + BarThickness()};
 }
+
+QSize SurfaceFrame::sizeHint() const { return SizeFor(cellPixels); }
+
+QSize SurfaceFrame::minimumSizeHint() const { return SizeFor(leastCellPixels); }
 
 void SurfaceFrame::Follow() {
     PlaceParts();
@@ -75,7 +80,7 @@ void SurfaceFrame::PlaceParts() {
     const double acrossRoom = width() - 2 * margin - gap - BarThickness();
     const double downRoom = height() - 2 * border - gap - BarThickness();
     const double fitting = std::floor(std::min(acrossRoom / fullColumns, downRoom / fullRows / 2));
-    const double cell = std::max<double>(cellPixels, fitting);
+    const double cell = std::max<double>(leastCellPixels, fitting);
     const Viewport& viewport = surface_.Geometry().Picture2;
     const QRect seen(margin, border, static_cast<int>(viewport.box.width * cell),
                      static_cast<int>(viewport.box.height * 2 * cell));

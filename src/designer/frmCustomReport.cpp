@@ -49,7 +49,7 @@ frmCustomReport::frmCustomReport(DesignerServices services, DesignerForms forms,
 frmCustomReport::~frmCustomReport() { surface_.onChange = {}; }
 
 void frmCustomReport::Form_Load() {
-    adjustSize();
+    resize(sizeHint());
     SizeForm(*this);
     setWindowTitle(ToQt(commands_.Caption()));
     bar_->ShowOrientation(services_.printer.isLandscape);

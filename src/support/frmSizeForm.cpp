@@ -1,7 +1,9 @@
 #include "support/frmSizeForm.h"
 
 #include <QScreen>
+#include <QStyle>
 #include <QVariant>
+#include <algorithm>
 
 #include "support/TwipScale.h"
 #include "support/frmText.h"
@@ -11,6 +13,16 @@ namespace quillform {
 namespace {
 
 constexpr const char* tagProperty = "Tag";
+
+/// A form that is larger than its screen, as on a small one at double scale, keeps its upper left corner and its title
+/// there, and takes the room that there is.
+QRect OnScreen(QRect place, const QRect& screen, const QWidget& form) {
+    const int title = form.style()->pixelMetric(QStyle::PM_TitleBarHeight);
+    place.setSize(place.size().boundedTo(screen.size() - QSize(0, title)));
+    const int top = std::max(place.top(), screen.top() + title);
+    place.moveTo(std::max(place.left(), screen.left()), std::min(top, screen.bottom() + 1 - place.height()));
+    return place;
+}
 
 float Twips(int pixels) { return static_cast<float>(TwipScale::ToTwips(pixels)); }
 
@@ -25,7 +37,7 @@ void SizeForm(QWidget& form, const FormWish& wish) {
     form.setProperty(tagProperty, ToQt(sized.tag));
     const QRect wanted(TwipScale::ToPixels(sized.place.left), TwipScale::ToPixels(sized.place.top),
                        TwipScale::ToPixels(sized.place.width), TwipScale::ToPixels(sized.place.height));
-    form.setGeometry(wanted.translated(screen.topLeft()));
+    form.setGeometry(OnScreen(wanted.translated(screen.topLeft()), screen, form));
 }
 
 }  // namespace quillform

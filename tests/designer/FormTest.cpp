@@ -6,9 +6,11 @@
 #include <QLabel>
 #include <QMenuBar>
 #include <QScrollBar>
+#include <QToolButton>
 #include <QWheelEvent>
 
 #include "designer/FormScene.h"
+#include "support/frmSizeForm.h"
 
 namespace quillform::designer {
 namespace {
@@ -228,6 +230,37 @@ TEST_F(Form, ToolbarsShowTheItemAndChangeIt) {
     }
 }
 
+TEST_F(Form, KeysOfEveryOfficeProgramSetTheStyle) {
+    Open();
+    Add(0, 0, 10);
+    Click(2, 0.5);
+    Key(Qt::Key_B, Qt::ControlModifier);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return Item(1).FontBold; }));
+    Key(Qt::Key_I, Qt::ControlModifier);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return Item(1).FontItalic; }));
+    Key(Qt::Key_U, Qt::ControlModifier);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return Item(1).FontUnderline; }));
+    Key(Qt::Key_B, Qt::ControlModifier);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return !Item(1).FontBold; }));
+}
+
+TEST_F(Form, ADarkDesktopLightensTheButtonsLines) {
+    Open();
+    const auto brightest = [&](const char* name) {
+        const QImage icon = Named<QToolButton>(*form, name).icon().pixmap(24).toImage();
+        int most = 0;
+        for (int y = 0; y < icon.height(); ++y)
+            for (int x = 0; x < icon.width(); ++x)
+                if (icon.pixelColor(x, y).alpha() > 200) most = std::max(most, icon.pixelColor(x, y).lightness());
+        return most;
+    };
+    EXPECT_LT(brightest("Toolbar2_1"), 100);
+    QPalette dark;
+    dark.setColor(QPalette::ButtonText, Qt::white);
+    form->setPalette(dark);
+    for (const char* name : {"Toolbar2_1", "Toolbar3_0_1", "Toolbar3_1_1"}) EXPECT_GT(brightest(name), 200) << name;
+}
+
 TEST_F(Form, ScrollBarsAndWheelMoveThePictures) {
     Open();
     Add(40, 30, 10);
@@ -287,6 +320,25 @@ TEST_F(Form, ALargerWindowShowsLargerCells) {
     EXPECT_EQ(View().width() / View().CellSize().width(), 76);
     Drag(22, 5.5, 32, 8.5);
     EXPECT_EQ(Item(1).Left, 30);
+}
+
+TEST_F(Form, ASmallerWindowShowsSmallerCellsAndAllOfThem) {
+    Open();
+    form->resize(form->width(), 10);
+    QTest::qWait(1);
+    EXPECT_EQ(View().CellSize().width(), 5);
+    EXPECT_LE(form->height(), 340);  // of a small screen at double scale
+    EXPECT_TRUE(form->rect().contains(QRect(View().mapTo(form.get(), QPoint()), View().size())));
+}
+
+TEST_F(Form, StaysOnAScreenThatIsTooSmallForIt) {
+    QWidget large;
+    const QRect screen = large.screen()->availableGeometry();
+    large.resize(screen.size() + QSize(200, 100));
+    SizeForm(large);
+    EXPECT_TRUE(screen.contains(large.geometry()));
+    EXPECT_GT(large.y(), screen.top());  // its title stands above
+    EXPECT_GT(large.height(), screen.height() * 9 / 10);
 }
 
 TEST_F(Form, StatusLineNamesItemAndPlace) {
