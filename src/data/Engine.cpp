@@ -13,10 +13,15 @@ namespace {
 
 namespace fs = std::filesystem;
 
-std::shared_ptr<Storage> OpenStorage(const fs::path& path, Access access, const Clock& clock) {
-    // The Jet side goes first where the file is none of both, so that its error can say what the file is instead.
-    if (!jet::LooksLikeJet(path) && sqlite::LooksLikeSqlite(path)) return sqlite::OpenStorage(path, access, clock);
-    return jet::Open(path, access);
+enum class FileKind { Jet, Sqlite };
+
+/// Jet where the file is none of both, because that side's error can say what the file is instead.
+FileKind LookAt(const fs::path& path) {
+    return !jet::LooksLikeJet(path) && sqlite::LooksLikeSqlite(path) ? FileKind::Sqlite : FileKind::Jet;
+}
+
+std::shared_ptr<Storage> OpenStorage(const fs::path& path, FileKind kind, Access access, const Clock& clock) {
+    return kind == FileKind::Sqlite ? sqlite::OpenStorage(path, access, clock) : jet::Open(path, access);
 }
 
 std::shared_ptr<Storage> CreateStorage(const fs::path& path, DatabaseVersion version, const Clock& clock) {
@@ -50,32 +55,46 @@ public:
 
     std::unique_ptr<Database> OpenDatabase(std::string_view path, Access access) override {
         const std::string key = KeyOf(fs::path(path), access);
-        std::shared_ptr<SharedFile> file = files_[key].lock();
+        std::shared_ptr<SharedFile> file = files_[key].file.lock();
         if (!file) {
-            file = Share(OpenStorage(fs::path(path), access, clock_));
-            files_[key] = file;
+            const FileKind kind = KindOf(fs::path(path), access);
+            file = Share(OpenStorage(fs::path(path), kind, access, clock_));
+            files_[key] = {file, kind};
         }
         return OpenHandle(std::move(file), std::string(path), access);
     }
 
     std::unique_ptr<Database> CreateDatabase(std::string_view path, DatabaseVersion version) override {
         const std::shared_ptr<SharedFile> file = Share(CreateStorage(fs::path(path), version, clock_));
-        files_[KeyOf(fs::path(path), Access::ReadWrite)] = file;
+        const FileKind kind = version == DatabaseVersion::Sqlite ? FileKind::Sqlite : FileKind::Jet;
+        files_[KeyOf(fs::path(path), Access::ReadWrite)] = {file, kind};
         return OpenHandle(file, std::string(path), Access::ReadWrite);
     }
 
 private:
+    struct OpenFile {
+        std::weak_ptr<SharedFile> file;
+        FileKind kind = FileKind::Jet;
+    };
+
+    /// A file that is open is not looked at again: closing what one looked through would drop SQLite's locks on it,
+    /// which belong to the whole process.
+    FileKind KindOf(const fs::path& path, Access access) const {
+        const Access other = access == Access::ReadOnly ? Access::ReadWrite : Access::ReadOnly;
+        const auto found = files_.find(KeyOf(path, other));
+        return found != files_.end() && !found->second.file.expired() ? found->second.kind : LookAt(path);
+    }
     /// A storage that two paths lead to is shared all the same.
     std::shared_ptr<SharedFile> Share(std::shared_ptr<Storage> storage) {
-        std::erase_if(files_, [](const auto& entry) { return entry.second.expired(); });
-        for (const auto& [key, weak] : files_)
-            if (auto file = weak.lock(); file && file->storage == storage) return file;
+        std::erase_if(files_, [](const auto& entry) { return entry.second.file.expired(); });
+        for (const auto& [key, open] : files_)
+            if (auto file = open.file.lock(); file && file->storage == storage) return file;
         return std::make_shared<SharedFile>(std::move(storage), store_, clock_);
     }
 
     const Clock& clock_;
     std::shared_ptr<SpillStore> store_;
-    std::map<std::string, std::weak_ptr<SharedFile>> files_;
+    std::map<std::string, OpenFile> files_;
 };
 
 }  // namespace
@@ -84,7 +103,7 @@ std::unique_ptr<DBEngine> MakeEngine(const Clock& clock) { return std::make_uniq
 
 std::vector<std::pair<std::string, std::string>> FactsOf(const std::filesystem::path& path) {
     const SystemClock clock;
-    return OpenStorage(path, Access::ReadOnly, clock)->Facts();
+    return OpenStorage(path, LookAt(path), Access::ReadOnly, clock)->Facts();
 }
 
 }  // namespace quillform::data
