@@ -228,7 +228,8 @@ void SurfaceView::ShowPointed(QPointF cells) {
         Q_EMIT Pointed(surface_.ItemOf(held_), corner + scrolled);
         return;
     }
-    const Picture* const picture = surface_.Pic().At(cells.x(), cells.y());
+    const Picture* const picture =
+        hold_ == Hold::Sizing ? surface_.Pic().Find(held_) : surface_.Pic().At(cells.x(), cells.y());
     Q_EMIT Pointed(picture ? surface_.ItemOf(picture->Index) : nullptr, cells + scrolled);
 }
 

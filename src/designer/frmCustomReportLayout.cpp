@@ -3,6 +3,7 @@
 #include <QBoxLayout>
 #include <QLabel>
 #include <QMenuBar>
+#include <QPainter>
 #include <QStatusBar>
 
 #include "designer/FormatBar.h"
@@ -40,6 +41,22 @@ constexpr MenuEntry editMenu[] = {
 constexpr MenuEntry insertMenu[] = {
     {"&Data Fields", "", "Inserts and removes fields of the database, page number, date and time"},
     {"&Text Fields", "", "Inserts, changes and removes texts"},
+};
+
+/// A text that ends in dots where it has no room, and never widens the form.
+class CutLabel : public QLabel {
+public:
+    CutLabel() {
+        setTextFormat(Qt::PlainText);
+        setMinimumWidth(1);
+    }
+
+protected:
+    void paintEvent(QPaintEvent*) override {
+        const QRect room = contentsRect().adjusted(indent(), 0, 0, 0);
+        const QString shown = fontMetrics().elidedText(text(), Qt::ElideRight, room.width());
+        QPainter(this).drawText(room, Qt::AlignVCenter | Qt::TextSingleLine, shown);
+    }
 };
 
 }  // namespace
@@ -103,11 +120,9 @@ void frmCustomReport::MakeParts() {
 }
 
 void frmCustomReport::MakeStatusLine() {
-    itemText_ = new QLabel;
+    itemText_ = new CutLabel;
     itemText_->setObjectName(QStringLiteral("StatusItem"));
-    itemText_->setTextFormat(Qt::PlainText);
     itemText_->setIndent(4);
-    itemText_->setMinimumWidth(1);  // a long text is cut, it doesn't widen the form
     changesText_ = new QLabel;
     changesText_->setObjectName(QStringLiteral("StatusChanges"));
     placeText_ = new QLabel;

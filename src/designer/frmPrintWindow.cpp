@@ -46,6 +46,7 @@ frmPrintWindow::frmPrintWindow(std::filesystem::path file, Printing print, UserI
     Print->setObjectName(QStringLiteral("Print"));
     Print->setToolTip(QStringLiteral("Print to Printer"));
     Print->setShortcut(QKeySequence::Print);
+    Toolbar1_->widgetForAction(Print)->setFocusPolicy(Qt::TabFocus);
     auto* const space = new QWidget;
     space->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Preferred);
     Toolbar1_->addWidget(space);

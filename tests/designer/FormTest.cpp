@@ -100,7 +100,10 @@ TEST_F(Form, SizesAnItemAtItsRightEdge) {
     EXPECT_EQ(View().cursor().shape(), Qt::ArrowCursor);
     Move(19.5, 2.5);
     EXPECT_EQ(View().cursor().shape(), Qt::SizeHorCursor);
-    Drag(19.5, 2.5, 26.875, 9);
+    Press(19.5, 2.5);
+    Move(26.875, 9);
+    EXPECT_TRUE(Named<QLabel>(*form, "StatusItem").text().contains("\"Text\""));  // and nothing that lies there
+    Release(26.875, 9);
     EXPECT_EQ(Item(1).Length, 16);
     EXPECT_EQ(Pic(1).box.width, 16);
     EXPECT_EQ(Item(1).Left, 10);
