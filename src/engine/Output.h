@@ -68,6 +68,8 @@ public:
     virtual bool Open(const OutputContext& context) = 0;
     /// Ends the document.
     virtual void Close(Ending ending) = 0;
+    /// Pages of the document, asked when it is closed: as many as headings where the output keeps no count of its own.
+    virtual std::int32_t Pages(const RunVariables& run) const { return run.Page; }
 
     // Records.
     virtual void BeginRecord(RunVariables&) {}

@@ -69,7 +69,7 @@ RunOutcome ReportRun::ProcessReport() {
         outcome_.end = RunEnd::Failed;
     }
     outcome_.times.close = Seconds(start);
-    outcome_.pages = run_.Page;
+    outcome_.pages = output_.Pages(run_);
     return std::move(outcome_);
 }
 

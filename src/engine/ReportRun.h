@@ -54,7 +54,7 @@ struct RunOutcome {
     RunEnd end = RunEnd::Done;
     std::optional<RunTimeError> failure;
     std::int64_t records = 0;   ///< records of the report
-    std::int32_t pages = 0;     ///< headings composed
+    std::int32_t pages = 0;     ///< sheets of paper, or headings composed where the output counts no sheets
     Walk walk = Walk::OnePass;  ///< the way taken
     RunTimes times;
 };

@@ -30,14 +30,15 @@ LabelSheet::LabelSheet(const ReportSettings& settings)
 }
 
 LabelSheet::Step LabelSheet::Advance() {
-    if (!isBegun_) {
-        isBegun_ = true;
+    if (sheets_ == 0) {
+        sheets_ = 1;
         return Step::First;
     }
     if (++column_ < left_.size()) return Step::NextColumn;
     column_ = 0;
     if (++row_ < top_.size()) return Step::NextRow;
     row_ = 0;
+    ++sheets_;
     return Step::NextSheet;
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <vector>
 
 #include "model/ReportSettings.h"
@@ -23,13 +24,15 @@ public:
     double Left() const { return left_[column_]; }
     double Top() const { return top_[row_]; }
     std::size_t Column() const { return column_; }
+    /// Sheets begun so far.
+    std::int32_t Sheets() const { return sheets_; }
 
 private:
     std::vector<double> left_;
     std::vector<double> top_;
     std::size_t row_ = 0;
     std::size_t column_ = 0;
-    bool isBegun_ = false;
+    std::int32_t sheets_ = 0;
 };
 
 }  // namespace quillform

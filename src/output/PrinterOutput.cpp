@@ -118,6 +118,7 @@ void PrinterOutput::Close(Ending ending) {
     }
     const bool hasPages = target_->PageCount() > 0;
     target_->EndDoc();
+    pages_ = target_->PageCount();
     for (const std::string& note : target_->FontSubstitutions()) user_->Note(note);
     WarnOfCharacters(path_, target_->MissingCharacters(), " that no installed font has", "became an empty box",
                      "became empty boxes", *user_);

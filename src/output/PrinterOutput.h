@@ -25,6 +25,7 @@ public:
 
     bool Open(const OutputContext& context) override;
     void Close(Ending ending) override;
+    std::int32_t Pages(const RunVariables&) const override { return pages_; }
     void BeginRecord(RunVariables& run) override;
     void BeginDetail(RunVariables& run) override;
     void EndLine(RunVariables&) override {}
@@ -73,6 +74,7 @@ private:
     std::optional<LabelSheet> labels_;
     std::vector<std::pair<int, std::string>> groups_;  // groups that begin with the next row drawn
     std::string padded_;
+    std::int32_t pages_ = 0;  // of the closed document
 };
 
 }  // namespace quillform

@@ -17,6 +17,7 @@ public:
     void BeginLabel(int tabTwips, std::string& out);
     /// Closes the cell and the row that the report ends in, and leaves the table.
     void End(std::string& out);
+    std::int32_t Sheets() const { return sheet_.Sheets(); }
 
 private:
     LabelSheet sheet_;
