@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "cli/StandardStreams.h"
 #include "cli/Version.h"
 #include "platform/Text.h"
 
@@ -141,9 +142,11 @@ ExitCode Dispatch(std::span<const std::string_view> words, const Desktop& deskto
 }  // namespace
 
 ExitCode RunCommand(std::span<const std::string_view> words, const Desktop& desktop) {
+    HoldStandardStreams();
     try {
         const ExitCode code = Dispatch(words, desktop);
-        if (std::fflush(stdout) == 0 || code != ExitCode::Done) return code;
+        // The mark of an error stays from a long text that failed while it was printed.
+        if ((std::fflush(stdout) == 0 && std::ferror(stdout) == 0) || code != ExitCode::Done) return code;
         Complain("the standard output can't be written.");
         return ExitCode::Target;
     } catch (const std::bad_alloc&) {

@@ -5,10 +5,10 @@
 #include "catalog/AnswersFile.h"
 #include "catalog/Unattended.h"
 #include "cli/Command.h"
+#include "cli/InputFiles.h"
 #include "cli/RunClock.h"
 #include "data/Engine.h"
 #include "platform/OutputFile.h"
-#include "platform/Paths.h"
 
 namespace quillform::cli {
 
@@ -23,9 +23,8 @@ constexpr Switch switches[] = {
 };
 
 std::string FoundDatabase(const std::string& name) {
-    const auto found = FindFile(name);
-    if (!found) throw RunTimeError(ErrorNumber::FileMissing, "The database \"" + name + "\" does not exist.");
-    return std::filesystem::absolute(found->path).lexically_normal().string();
+    const std::filesystem::path found = ExistingFile("database", name, ErrorNumber::FileMissing);
+    return std::filesystem::absolute(found).lexically_normal().string();
 }
 
 std::optional<DesktopRequest> AskInWindows(const Arguments& arguments) {
@@ -34,7 +33,9 @@ std::optional<DesktopRequest> AskInWindows(const Arguments& arguments) {
         throw UsageError("--defaults and --answers exclude each other");
     if (arguments.Has("defaults") || arguments.Has("answers")) return std::nullopt;
     if (arguments.Has("dry-run")) throw UsageError("--dry-run needs --defaults or --answers");
-    return ConfigureInWindows{FoundDatabase(arguments.Operands()[0]), arguments.Value("record")};
+    ConfigureInWindows request{FoundDatabase(arguments.Operands()[0]), arguments.Value("record")};
+    if (request.record) ExpectOtherFile(*request.record, request.database);
+    return request;
 }
 
 /// The answers of the file that was named; none, so that all are the proposed ones, under --defaults.
@@ -47,7 +48,10 @@ ExitCode Configure(const Arguments& arguments) {
     const Answers answers = GivenAnswers(arguments);
     const std::string path = FoundDatabase(arguments.Operands()[0]);
     std::optional<OutputFile> record;
-    if (const auto file = arguments.Value("record")) record.emplace(*file);
+    if (const auto file = arguments.Value("record")) {
+        ExpectOtherFile(*file, path);
+        record.emplace(*file);
+    }
     const RunClock clock(std::nullopt);
     const std::unique_ptr<DBEngine> engine = data::MakeEngine(clock);
     const std::unique_ptr<Database> database = engine->OpenDatabase(path);

@@ -4,6 +4,7 @@
 #include <iterator>
 
 #include "cli/Command.h"
+#include "cli/InputFiles.h"
 #include "cli/RowWriter.h"
 #include "cli/RunClock.h"
 #include "cli/TerminalUser.h"
@@ -21,9 +22,7 @@ struct OpenedDatabase {
     std::unique_ptr<Database> database;
 
     OpenedDatabase(const std::string& path, Access access) {
-        const auto found = FindFile(path);
-        if (!found) throw RunTimeError(ErrorNumber::FileMissing, "The database \"" + path + "\" does not exist.");
-        database = engine->OpenDatabase(found->path.string(), access);
+        database = engine->OpenDatabase(ExistingFile("database", path, ErrorNumber::FileMissing).string(), access);
     }
 };
 
@@ -118,7 +117,9 @@ RowFormat FormatOf(const Arguments& arguments) {
 
 ExitCode WriteTo(const Arguments& arguments, Recordset& records) {
     const std::string target = arguments.Value("output").value_or("-");
-    OutputFile out(target == "-" ? std::filesystem::path(target) : TargetPath(target));
+    const std::filesystem::path path = target == "-" ? std::filesystem::path(target) : TargetPath(target);
+    ExpectOtherFile(path, ExistingFile("database", arguments.Operands()[0], ErrorNumber::FileMissing));
+    OutputFile out(path);
     const InterruptGuard guard;  // so that the unfinished file is taken away
     if (!WriteRows(records, FormatOf(arguments), out, InterruptGuard::IsInterrupted)) {
         TerminalUser({}).Message("The writing of the rows was interrupted.", {});
@@ -178,12 +179,9 @@ constexpr Switch infoSwitches[] = {{0, "json", "", "as JSON"}};
 
 ExitCode TellFacts(const Arguments& arguments) {
     arguments.ExpectOperands(1, 1, "DATABASE");
-    const auto found = FindFile(arguments.Operands()[0]);
-    if (!found)
-        throw RunTimeError(ErrorNumber::FileMissing,
-                           "The database \"" + arguments.Operands()[0] + "\" does not exist.");
+    const std::filesystem::path path = ExistingFile("database", arguments.Operands()[0], ErrorNumber::FileMissing);
     std::string text = arguments.Has("json") ? "{" : "";
-    for (const auto& [name, value] : data::FactsOf(found->path)) {
+    for (const auto& [name, value] : data::FactsOf(path)) {
         if (!arguments.Has("json")) {
             text += name + ": " + value + "\n";
             continue;

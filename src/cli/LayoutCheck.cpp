@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <set>
 
+#include "cli/InputFiles.h"
 #include "engine/ReportRun.h"
 #include "model/DesignGrid.h"
 #include "platform/MaskProgram.h"
@@ -116,7 +117,8 @@ void LayoutCheck::CheckAgainstDatabase() {
 bool LayoutCheck::OpenDatabase() {
     const auto path = FindReportDatabase(layout_, user_);
     if (!path) {
-        Add(Weight::DatabaseError, "the database \"" + layout_.settings.strDatabase[1] + "\" does not exist");
+        Add(Weight::DatabaseError,
+            "the database \"" + layout_.settings.strDatabase[1] + "\" " + WhyNoFile(layout_.settings.strDatabase[1]));
         return false;
     }
     Add(Weight::Note, "database: " + *path);

@@ -1,7 +1,7 @@
 #include "cli/LoadForVerb.h"
 
+#include "cli/InputFiles.h"
 #include "persistence/QueryFile.h"
-#include "platform/Paths.h"
 #include "platform/RunTimeError.h"
 
 namespace quillform::cli {
@@ -11,8 +11,7 @@ namespace {
 /// Whatever keeps a file from being read is told as one kind of failure, whose exit code scripts ask for.
 template <typename Load>
 void ReadOrRefuse(std::string_view kind, const std::string& file, Load load) {
-    if (!FindFile(file))
-        throw RunTimeError(ErrorNumber::FileNotFound, "The " + std::string(kind) + " \"" + file + "\" does not exist.");
+    ExistingFile(kind, file, ErrorNumber::FileNotFound);
     try {
         load();
     } catch (const RunTimeError& error) {

@@ -5,6 +5,7 @@
 
 #include "platform/DateRange.h"
 #include "platform/Dates.h"
+#include "platform/Text.h"
 
 namespace quillform::cli {
 
@@ -52,6 +53,18 @@ bool NeedsQuotes(std::string_view text) {
     bool isNeeded = false;
     for (const char c : text) isNeeded |= (c == '"') | (c == ',') | (c == '\r') | (c == '\n');
     return isNeeded;
+}
+
+/// Copies the character at `at` and moves `at` to its last byte. JSON takes UTF-8 only, and names of files may be any
+/// bytes: one that is none becomes the replacement character.
+void AppendBeyondAscii(std::string_view text, std::size_t& at, std::string& out) {
+    std::size_t end = at;
+    NextCodePoint(text, end);
+    if (end - at == 1)
+        out += "\xEF\xBF\xBD";
+    else
+        out += text.substr(at, end - at);
+    at = end - 1;
 }
 
 /// The text is behind `start` in `out` already; quotes it where it needs to be.
@@ -140,11 +153,14 @@ void AppendMachineText(const ValueView& value, std::string& out) {
 
 void AppendJsonText(std::string_view text, std::string& out) {
     out += '"';
-    for (const char c : text) {
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        const char c = text[i];
         const auto byte = static_cast<unsigned char>(c);
         if (c == '"' || c == '\\') {
             out += '\\';
             out += c;
+        } else if (byte >= 0x80) {
+            AppendBeyondAscii(text, i, out);
         } else if (byte < 0x20) {
             out += "\\u00";
             out += hexDigits[byte >> 4];

@@ -1,8 +1,10 @@
 #include <array>
 #include <cstdio>
 #include <filesystem>
+#include <set>
 
 #include "cli/Command.h"
+#include "cli/InputFiles.h"
 #include "cli/LoadForVerb.h"
 #include "cli/PrinterSwitches.h"
 #include "cli/RowWriter.h"
@@ -123,7 +125,8 @@ void ApplySwitches(const Arguments& arguments, ReportSettings& settings) {
     if (const auto paper = arguments.Value("paper")) {
         PaperInches inches;
         const double number = Val(*paper);
-        if (number < 1 || number > 32767 || !FindPaper(static_cast<int>(number), inches))
+        if (number < 1 || number > 32767 || *paper != std::to_string(static_cast<int>(number)) ||
+            !FindPaper(static_cast<int>(number), inches))
             throw UsageError("there is no paper number \"" + *paper + "\"");
         settings.intPaperSize = static_cast<std::int16_t>(number);
     }
@@ -134,8 +137,9 @@ void ApplySwitches(const Arguments& arguments, ReportSettings& settings) {
 std::string CheckDatabase(const Layout& layout, DBEngine& engine, UserInterface& user) {
     const auto path = FindReportDatabase(layout, user);
     if (!path)
-        throw RunTimeError(ErrorNumber::FileMissing, "The database \"" + layout.settings.strDatabase[1] +
-                                                         "\" does not exist; name another with --database.");
+        throw RunTimeError(ErrorNumber::FileMissing, "The database \"" + layout.settings.strDatabase[1] + "\" " +
+                                                         WhyNoFile(layout.settings.strDatabase[1]) +
+                                                         "; name another with --database.");
     const std::unique_ptr<Database> database = engine.OpenDatabase(*path, Access::ReadOnly);
     if (database->FindTable(catalogIndexTable) && database->FindTable(catalogRelationTable)) return *path;
     throw RunTimeError(ErrorNumber::UnrecognizedFormat, "The database \"" + *path +
@@ -151,6 +155,9 @@ struct Run {
     std::string file;  // empty if it goes to a printer
     RunOutcome outcome;
 };
+
+/// The files of this command so far.
+using Targets = std::set<std::filesystem::path>;
 
 std::string Summary(const Run& run, const TerminalUser& user) {
     const RunOutcome& outcome = run.outcome;
@@ -182,13 +189,14 @@ std::string Summary(const Run& run, const TerminalUser& user) {
 
 void TellVerbosely(const Run& run) {
     const RunTimes& times = run.outcome.times;
-    std::fprintf(
-        stderr,
-        "quillform: %s: %lld records, %d pages, %s; %.3f s to read and sort, %.3f s to choose the walk, %.3f s to "
-        "compose and write, %.3f s to close\n",
-        run.printer ? "printer" : run.file.c_str(), static_cast<long long>(run.outcome.records),
-        static_cast<int>(run.outcome.pages), run.outcome.walk == Walk::Groups ? "walked by groups" : "one pass",
-        times.open, times.measure, times.compose, times.close);
+    std::fprintf(stderr,
+                 "quillform: %s: %lld %s, %d %s, %s; %.3f s to read and sort, %.3f s to choose the walk, %.3f s to "
+                 "compose and write, %.3f s to close\n",
+                 run.printer ? "printer" : run.file.c_str(), static_cast<long long>(run.outcome.records),
+                 run.outcome.records == 1 ? "record" : "records", static_cast<int>(run.outcome.pages),
+                 run.outcome.pages == 1 ? "page" : "pages",
+                 run.outcome.walk == Walk::Groups ? "walked by groups" : "one pass", times.open, times.measure,
+                 times.compose, times.close);
 }
 
 ExitCode CodeOf(const Run& run, const TerminalUser& user, bool isStrict) {
@@ -218,14 +226,51 @@ void TellEnd(const Run& run, UserInterface& user) {
         user.Message("The primary sort field of the layout is no longer in the catalog.");
 }
 
-ExitCode RunLayout(const Arguments& arguments, const std::string& layoutFile) {
+/// Tells the lines that weren't understood, but no flood of them, as a file of another kind would give.
+void TellProblems(const std::string& layoutFile, const std::vector<LayoutProblem>& problems, const Layout& layout,
+                  UserInterface& user) {
+    constexpr std::size_t mostTold = 10;
+    if (layout.Fields.Count() == 0 && !problems.empty())
+        throw RunTimeError(ErrorNumber::InvalidFileFormat,
+                           "The layout \"" + layoutFile + "\" has no item that can be read; line " +
+                               std::to_string(problems.front().line) + ": " + problems.front().text + ".");
+    for (std::size_t i = 0; i < std::min(problems.size(), mostTold); ++i)
+        user.Warn("Layout \"" + layoutFile + "\", line " + std::to_string(problems[i].line) + ": " + problems[i].text +
+                  ".");
+    if (problems.size() > mostTold)
+        user.Warn("Layout \"" + layoutFile + "\": " + std::to_string(problems.size() - mostTold) +
+                  " more of its lines have faults; \"quillform check\" tells all.");
+}
+
+/// The target is neither what the report is made from nor what another of these layouts has just written. Databases are
+/// the business of the output that makes one.
+void ExpectOwnTarget(const Run& run, const Arguments& arguments, Targets& written) {
+    const std::filesystem::path target = TargetPath(run.file);
+    ExpectOtherFile(target, run.layout.strLayoutFile);
+    if (const auto query = arguments.Value("query")) ExpectOtherFile(target, *query);
+    if (run.type != OutputType::AccessDatabase) ExpectOtherFile(target, run.layout.settings.strDatabase[1]);
+    if (arguments.Operands().size() > 1 && !written.insert(target).second)
+        throw RunTimeError(ErrorNumber::PermissionDenied, "\"" + run.file + "\" isn't written for \"" +
+                                                              run.layout.strLayoutFile +
+                                                              "\": it belongs to another of these layouts.");
+}
+
+/// A name such as "report.docx" promises what no output writes.
+void NoteUnknownExtension(const Arguments& arguments, const Run& run, UserInterface& user) {
+    const std::string extension = std::filesystem::path(run.file).extension().string();
+    if (arguments.Has("type") || extension.size() < 2 || TypeOf(extension.substr(1))) return;
+    user.Note("No output is named \"" + extension.substr(1) + "\", so \"" + run.file + "\" is made as " +
+              std::string(NameOf(run.type)) + ", as the layout says; --type chooses another.");
+}
+
+ExitCode RunLayout(const Arguments& arguments, const std::string& layoutFile, Targets& written) {
     const RunClock clock(arguments.Value("date"));
     TerminalUser user({.isQuiet = arguments.Has("quiet"), .answersYes = false});
     const std::unique_ptr<DBEngine> engine = data::MakeEngine(clock);
     const std::unique_ptr<TextMeasure> measure = print::MakeTextMeasure();
     Run run;
-    for (const LayoutProblem& problem : LoadForVerb(layoutFile, run.layout, *measure, user))
-        user.Warn("Layout \"" + layoutFile + "\", line " + std::to_string(problem.line) + ": " + problem.text + ".");
+    const std::vector<LayoutProblem> problems = LoadForVerb(layoutFile, run.layout, *measure, user);
+    TellProblems(layoutFile, problems, run.layout, user);
     ApplySwitches(arguments, run.layout.settings);
     if (const auto query = arguments.Value("query")) AddQueryFile(*query, run.layout);
     run.type = ChooseType(arguments, run.layout.settings);
@@ -235,6 +280,10 @@ ExitCode RunLayout(const Arguments& arguments, const std::string& layoutFile) {
     const RunOptions options{.walk = ChooseWalk(arguments)};
     // A substituted database is told once, here. A layout without items is the run's to refuse.
     if (run.layout.Fields.Count() > 0) run.layout.settings.strDatabase[1] = CheckDatabase(run.layout, *engine, user);
+    if (!run.printer) {
+        ExpectOwnTarget(run, arguments, written);
+        NoteUnknownExtension(arguments, run, user);
+    }
 
     const InterruptGuard guard;
     const std::unique_ptr<Output> output = MakeOutput(
@@ -266,13 +315,14 @@ ExitCode RunReports(const Arguments& arguments) {
     arguments.ExpectOperands(1, std::string::npos, "LAYOUT.REP");
     if (arguments.Has("json") && arguments.Value("output") == "-")
         throw UsageError("the report and --json can't both go to standard output");
-    if (layouts.size() == 1) return RunLayout(arguments, layouts.front());
+    Targets written;
+    if (layouts.size() == 1) return RunLayout(arguments, layouts.front(), written);
     ExpectFolder(arguments);
     ExitCode first = ExitCode::Done;
     for (const std::string& layout : layouts) {
         ExitCode code = ExitCode::Done;
         try {
-            code = RunLayout(arguments, layout);
+            code = RunLayout(arguments, layout, written);
         } catch (const RunTimeError& error) {
             TerminalUser({}).Message(error.what(), {});
             code = ExitCodeOf(error);

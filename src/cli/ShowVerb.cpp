@@ -3,6 +3,7 @@
 #include <filesystem>
 
 #include "cli/Command.h"
+#include "cli/InputFiles.h"
 #include "cli/RunClock.h"
 #include "cli/TerminalUser.h"
 #include "platform/OutputFile.h"
@@ -48,11 +49,10 @@ void WritePages(const richtext::Document& document, const std::filesystem::path&
 
 ExitCode Show(const Arguments& arguments) {
     arguments.ExpectOperands(1, 1, "FILE.RTF");
-    const std::string& name = arguments.Operands()[0];
-    const auto found = FindFile(name);
-    if (!found) throw RunTimeError(ErrorNumber::FileNotFound, "The file \"" + name + "\" does not exist.");
-    const richtext::Document document = richtext::ReadRichTextFile(found->path);
+    const std::filesystem::path file = ExistingFile("file", arguments.Operands()[0], ErrorNumber::FileNotFound);
+    const richtext::Document document = richtext::ReadRichTextFile(file);
     const std::filesystem::path target = TargetPath(arguments.Value("output").value_or("-"));
+    ExpectOtherFile(target, file);
     if (EqualCaseBlind(target.extension().string(), ".pdf")) {
         WritePages(document, target, arguments);
         return ExitCode::Done;

@@ -53,6 +53,19 @@ TEST(RowWriter, ADateOutsideTheCalendarIsItsNumber) {
     }
 }
 
+// Names of files may be any bytes.
+TEST(RowWriter, JsonIsAlwaysUtf8) {
+    for (const auto& [text, json] :
+         {std::pair("\xC3\xA4 \xF0\x9F\x98\x80", "\"\xC3\xA4 \xF0\x9F\x98\x80\""), std::pair("a\xFF"
+                                                                                             "b\xC3",
+                                                                                             "\"a\xEF\xBF\xBD"
+                                                                                             "b\xEF\xBF\xBD\"")}) {
+        std::string written;
+        AppendJsonText(text, written);
+        EXPECT_EQ(written, json);
+    }
+}
+
 TEST(RowWriter, RowsAsCsvAndJson) {
     using quillform::testing::FakeRecordset;
     const std::vector<Field> fields = {{.Name = "a, b", .Type = FieldType::Text, .Size = 9},

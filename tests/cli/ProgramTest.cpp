@@ -63,12 +63,18 @@ TEST_F(Program, RefusesInOneSentenceAndLeavesNothing) {
         {{"run", "@STOCK.REP", "--walk", "on-foot"}, 2, "one-pass"},
         {{"run", "@STOCK.REP", "--date", "someday"}, 2, "someday"},
         {{"run", "@STOCK.REP", "--paper", "0"}, 2, "paper"},
+        {{"run", "@STOCK.REP", "--paper", "5a"}, 2, "\"5a\""},
         {{"run", "@STOCK.REP", "--orientation", "askew"}, 2, "askew"},
         {{"run", "@STOCK.REP", "@SALES.REP", "-o", "=one.pdf"}, 2, "folder"},
         {{"run", "@STOCK.REP", "--json", "-o", "-"}, 2, "standard output"},
         {{"run", "=none.REP", "-o", "=x.pdf"}, 6, "none.REP"},
         {{"run", "@STOCK.REP", "-q", "=none.qry", "-o", "=x.pdf"}, 6, "none.qry"},
         {{"run", "@STOCK.REP", "-q", "=broken.qry", "-o", "=x.pdf"}, 6, "line 1"},
+        {{"run", "@", "-o", "=x.pdf"}, 6, "is a folder"},
+        {{"run", "=broken.qry", "-o", "=x.pdf"}, 6, "has no item"},
+        {{"run", "@STOCK.REP", "-o", "@STOCK.REP"}, 7, "STOCK.REP"},
+        {{"run", "@STOCK.REP", "-t", "pdf", "-o", "@Sample.mdb"}, 7, "Sample.mdb"},
+        {{"run", "@STOCK.REP", "-d", "@", "-o", "=x.pdf"}, 5, "is a folder"},
         {{"run", "@STOCK.REP", "-d", "=none.mdb", "-o", "=x.pdf"}, 5, "none.mdb"},
         {{"run", "@STOCK.REP", "-d", "@SALES.REP", "-o", "=x.pdf"}, 5, "SALES.REP"},
         {{"run", "@STOCK.REP", "-o", "=no/x.pdf"}, 7, "no/x.pdf"},
@@ -78,6 +84,7 @@ TEST_F(Program, RefusesInOneSentenceAndLeavesNothing) {
         {{"info", "@STOCK.REP"}, 5, "STOCK.REP"},
         {{"export", "@Sample.mdb", "Nothing"}, 6, "\"Nothing\""},
         {{"export", "@Sample.mdb", "Orders", "-o", "=no/x.csv"}, 7, "no/x.csv"},
+        {{"export", "@Sample.mdb", "Orders", "-o", "@Sample.mdb"}, 7, "Sample.mdb"},
         {{"sql", "@Sample.mdb", "SELEC 1"}, 1, "SELEC"},
         {{"sql", "@Sample.mdb", "DELETE FROM Orders"}, 2, "--write"},
         {{"sql", "@Sample.mdb", "SELECT * FROM Nothing"}, 6, "Nothing"},
@@ -92,6 +99,7 @@ TEST_F(Program, RefusesInOneSentenceAndLeavesNothing) {
         {{"configure", "@Sample.mdb", "--answers", "=a", "--defaults"}, 2, "exclude"},
         {{"configure", "@Sample.mdb", "--dry-run"}, 2, "--dry-run"},
         {{"configure", "@Sample.mdb", "--defaults", "--record", "=no/a.txt"}, 7, "no/a.txt"},
+        {{"configure", "@Sample.mdb", "--defaults", "--record", "@Sample.mdb"}, 7, "Sample.mdb"},
         {{"sample", "@"}, 7, "Sample.mdb"},
     };
     const auto before = Snapshot(folder_.Path());
@@ -170,6 +178,57 @@ TEST_F(Program, SeveralLayoutsRunAndOneThatFailsStopsNoOther) {
     EXPECT_TRUE(fs::exists(folder_ / "STOCK.txt"));
     EXPECT_TRUE(fs::exists(folder_ / "PRICES.txt"));
     EXPECT_EQ(Lines(outcome.errors).size(), 1U) << outcome.errors;
+}
+
+TEST_F(Program, NoLayoutOfSeveralIsWrittenOverAnother) {
+    fs::create_directory(folder_ / "other");
+    fs::copy(*samples_ / "STOCK.REP", folder_ / "other");
+    const Outcome outcome = Run({"run", "@STOCK.REP", "=other/STOCK.REP", "-t", "txt", "-o", "="});
+    EXPECT_EQ(outcome.exitCode, 7);
+    EXPECT_EQ(Lines(outcome.errors).size(), 1U) << outcome.errors;
+}
+
+TEST_F(Program, AFloodOfUnreadableLinesIsCutShort) {
+    WriteFile(
+        folder_ / "LONG.REP", ReadFile(*samples_ / "STOCK.REP") + std::string(500, '\n') + [] {
+            std::string lines;
+            for (int i = 0; i < 500; ++i) lines += "?\r\n";
+            return lines;
+        }());
+    const Outcome outcome = Run({"run", "=LONG.REP", "-o", "=x.txt"});
+    EXPECT_EQ(outcome.exitCode, 0);
+    EXPECT_EQ(Lines(outcome.errors).size(), 11U) << outcome.errors;
+}
+
+// Else the database, opened next, is standard output to all that prints.
+TEST_F(Program, ClosedStandardStreamsLeaveTheDatabaseAlone) {
+    fs::copy(*samples_ / "Sample.mdb", folder_ / "a.mdb");
+    const std::string before = ReadFile(folder_ / "a.mdb");
+    for (const char* words : {"tables --json", "info", "sql --write"}) {
+        const std::string update = std::string(words) == "sql --write" ? " 'UPDATE Orders SET Freight = 1'" : "";
+        const Outcome outcome = RunProgram(
+            {"sh", "-c",
+             std::string(QUILLFORM_PROGRAM) + " " + words + " " + Named("=a.mdb") + update + " <&- >&- 2>&-"});
+        EXPECT_EQ(outcome.exitCode, 7) << words;
+        EXPECT_EQ(Run({"sql", "=a.mdb", "SELECT Count(*) AS n FROM Orders"}).exitCode, 0) << words;
+        EXPECT_TRUE(!update.empty() || ReadFile(folder_ / "a.mdb") == before) << words;
+    }
+}
+
+TEST_F(Program, AFullDiskBehindStandardOutputIsTold) {
+    if (!fs::exists("/dev/full")) GTEST_SKIP() << "no /dev/full";
+    for (const char* words : {"--help", "info @", "tables -c @", "tables --json -s @"}) {
+        std::string command = std::string(QUILLFORM_PROGRAM) + " " + words;
+        if (command.ends_with('@')) command.replace(command.size() - 1, 1, Named("@Sample.mdb"));
+        EXPECT_EQ(RunProgram({"sh", "-c", command + " > /dev/full"}).exitCode, 7) << words;
+    }
+}
+
+TEST_F(Program, CountsSheetsOfLabels) {
+    for (const char* type : {"pdf", "rtf"}) {
+        const Outcome outcome = Run({"run", "@LABELS.REP", "-t", type, "-o", "=x", "--json"});
+        EXPECT_NE(outcome.output.find("\"records\": 80, \"pages\": 3,"), std::string::npos) << type << outcome.output;
+    }
 }
 
 TEST_F(Program, RunsWithoutAHome) {
