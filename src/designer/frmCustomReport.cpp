@@ -92,7 +92,8 @@ void frmCustomReport::keyPressEvent(QKeyEvent* event) {
 }
 
 void frmCustomReport::Form_KeyDown(int keyCode) {
-    if (keyCode == keyDelete && !isRunning_) frame_->View().Editing().DeleteSelected();
+    if (keyCode != keyDelete || isRunning_) return;
+    if (frame_->View().Editing().DeleteSelected()) ShowPointed(nullptr, std::nullopt);
 }
 
 void frmCustomReport::Form_KeyPress(int keyAscii) {
@@ -133,9 +134,11 @@ void frmCustomReport::AfterLayoutCommand(IsLoaded isLoaded) {
     setWindowTitle(ToQt(commands_.Caption()));
     // A new layout is in portrait and leaves the button as it was; a loaded one shows its own.
     if (isLoaded == IsLoaded::Yes) bar_->ShowOrientation(services_.layout.settings.intOrientation == 0);
+    if (!surface_.SelectedItem()) ShowPointed(nullptr, std::nullopt);  // nothing of the layout before
     if (const auto kept = commands_.TakeKept(); !kept.empty())
-        statusBar()->showMessage(QStringLiteral("The changes of the layout before were kept in ") +
-                                 ToQt(kept.string()));
+        // The name first: the line may have no room for the folder.
+        statusBar()->showMessage(QStringLiteral("Unsaved changes are kept in %1, folder %2")
+                                     .arg(ToQt(kept.filename().string()), ToQt(kept.parent_path().string())));
     ShowChanges();
     if (forms_.showWarnings) forms_.showWarnings();
 }

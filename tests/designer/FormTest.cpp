@@ -353,6 +353,14 @@ TEST_F(Form, StatusLineNamesItemAndPlace) {
     EXPECT_EQ(Named<QLabel>(*form, "StatusPlace").text(), "Column 15, row 6  (1.25 x 1.08 in)");
     Move(2, 1);
     EXPECT_EQ(Named<QLabel>(*form, "StatusItem").text(), "");
+    for (const auto& [key, held] :
+         {std::pair(Qt::Key_Delete, Qt::NoModifier), std::pair(Qt::Key_N, Qt::ControlModifier)}) {
+        Add(12, 6, 20);
+        Click(7, 3.5);
+        EXPECT_NE(Named<QLabel>(*form, "StatusItem").text(), "");
+        Key(key, held);
+        EXPECT_EQ(Named<QLabel>(*form, "StatusItem").text(), "");
+    }
 }
 
 TEST_F(Form, EveryControlHasANameAndATip) {
