@@ -228,12 +228,19 @@ bool ReportRun::GroupsGiveTheSameRows() {
 
 std::unique_ptr<Recordset> ReportRun::OpenGroup() {
     const ValueView key = rsKeys_->Value(rsKeys_->FindField(primary_->field));
-    std::unique_ptr<Recordset> group =
-        database_->OpenRecordset(GroupStatement(select_, *primary_, key), RecordsetType::Snapshot);
-    if (!group->HasRows())
-        throw RunTimeError(ErrorNumber::NoCurrentRecord, "The group \"" + GeneralText(key) + "\" of [" +
-                                                             primary_->table + "].[" + primary_->field +
-                                                             "] has no records; run the report in one pass.");
+    const auto refusal = [&](ErrorNumber number, const char* reason) {
+        return RunTimeError(number, "The group \"" + GeneralText(key) + "\" of [" + primary_->table + "].[" +
+                                        primary_->field + "] " + reason + "; run the report in one pass.");
+    };
+    std::unique_ptr<Recordset> group;
+    try {
+        group = database_->OpenRecordset(GroupStatement(select_, *primary_, key), RecordsetType::Snapshot);
+    } catch (const RunTimeError& error) {
+        if (GeneralText(key).find('\'') == std::string::npos) throw;
+        // Where in the statement the value did its harm says nothing to who has never seen the statement.
+        throw refusal(error.Number(), "can't be asked for, because its value holds a single quote");
+    }
+    if (!group->HasRows()) throw refusal(ErrorNumber::NoCurrentRecord, "has no records");
     return group;
 }
 

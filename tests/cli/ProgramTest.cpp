@@ -71,6 +71,7 @@ TEST_F(Program, RefusesInOneSentenceAndLeavesNothing) {
         {{"run", "@STOCK.REP", "-q", "=none.qry", "-o", "=x.pdf"}, 6, "none.qry"},
         {{"run", "@STOCK.REP", "-q", "=broken.qry", "-o", "=x.pdf"}, 6, "line 1"},
         {{"run", "@", "-o", "=x.pdf"}, 6, "is a folder"},
+        {{"run", "@TABLE.REP", "-o", "=x.txt", "--walk", "groups"}, 1, "a single quote; run the report in one pass"},
         {{"run", "=broken.qry", "-o", "=x.pdf"}, 6, "has no item"},
         {{"run", "@STOCK.REP", "-o", "@STOCK.REP"}, 7, "STOCK.REP"},
         {{"run", "@STOCK.REP", "-t", "pdf", "-o", "@Sample.mdb"}, 7, "Sample.mdb"},

@@ -174,6 +174,31 @@ TEST_F(Export, SaysWhyTheTableCannotBeMade) {
     EXPECT_TRUE(scene.user.messages.at(0).ends_with(" 76"));
 }
 
+TEST_F(Export, RefusesATableWithoutColumnsAndOneWithTooMany) {
+    struct Case {
+        std::size_t items;  // data items, all of names of their own
+        std::string number;
+        std::string reason;
+    };
+    const Case cases[] = {{0, "3264", "must have a column"}, {255, "", ""}, {256, "3190", "255 columns"}};
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.items);
+        scene.user = {};
+        scene.layout.Fields = {};
+        scene.Add(-1, 0, 0, 8, "Heading");
+        for (std::size_t i = 0; i < c.items; ++i)
+            scene.Add(City, 1, 0, 5, "Town " + std::to_string(i)).PrimarySort = i == 0;
+        EXPECT_EQ(RunTo({folder.File("out.mdb")}), c.number.empty() ? RunEnd::Done : RunEnd::TargetCancelled)
+            << failure;
+        ASSERT_EQ(scene.user.messages.size(), c.number.empty() ? 0U : 1U);
+        EXPECT_EQ(CountFiles(), c.number.empty() ? 1U : 0U);
+        fs::remove(folder / "out.mdb");
+        if (c.number.empty()) continue;
+        EXPECT_TRUE(scene.user.messages[0].ends_with(" " + c.number)) << scene.user.messages[0];
+        EXPECT_NE(scene.user.warnings.at(0).find(c.reason), std::string::npos) << scene.user.warnings.at(0);
+    }
+}
+
 TEST_F(Export, CutsAndReplacesWhatTheFormatCannotHoldAndSaysSo) {
     scene.data.rows = {Row("Überlingen", 1), Row("Łódź", 2), Row("12345678", 3), Row("\U0001F600\U0001F600 12345", 4)};
     struct Case {
