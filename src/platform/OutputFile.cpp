@@ -74,6 +74,21 @@ bool IsDevice(const fs::path& path) {
     return !HasZero(path) && stat(path.c_str(), &status) == 0 && !S_ISREG(status.st_mode) && !S_ISDIR(status.st_mode);
 }
 
+/// A new file of the folder without a name, which is gone when its writer dies, however that happens. -1 where the file
+/// system has none, or where it couldn't be named later.
+int OpenNameless(const fs::path& folder) {
+#ifdef O_TMPFILE
+    if (access("/proc/self/fd", X_OK) == 0)
+        return OpenRetrying(folder.empty() ? "." : folder, O_WRONLY | O_TMPFILE, 0666);
+#endif
+    return -1;
+}
+
+bool GiveName(int descriptor, const fs::path& path) {
+    const std::string open = "/proc/self/fd/" + std::to_string(descriptor);
+    return linkat(AT_FDCWD, open.c_str(), AT_FDCWD, path.c_str(), AT_SYMLINK_FOLLOW) == 0;
+}
+
 /// A name in `folder` that no file has.
 fs::path FreeName(const fs::path& folder) {
     auto ticks = static_cast<std::uint64_t>(std::chrono::system_clock::now().time_since_epoch().count());
@@ -125,10 +140,12 @@ OutputFile::OutputFile(fs::path target) : target_(std::move(target)) {
         descriptor_ = OpenRetrying(target_, O_WRONLY | O_NOCTTY);
     } else {
         aside_.emplace(target_);
-        descriptor_ = OpenRetrying(aside_->Path(), O_WRONLY | O_CREAT | O_EXCL, 0666);
+        descriptor_ = OpenNameless(aside_->Path().parent_path());
+        isNameless_ = descriptor_ >= 0;
+        if (!isNameless_) descriptor_ = OpenRetrying(aside_->Path(), O_WRONLY | O_CREAT | O_EXCL, 0666);
     }
     if (descriptor_ < 0) Fail(errno);
-    if (aside_) aside_->TakeRights();
+    if (aside_ && !isNameless_) aside_->TakeRights();
 }
 
 OutputFile::~OutputFile() {
@@ -158,6 +175,11 @@ void OutputFile::Flush() {
 void OutputFile::Commit() {
     if (descriptor_ < 0) return;
     Flush();
+    if (isNameless_) {
+        // A link can't take the place of a file, so it gets the name that is renamed then.
+        if (!GiveName(descriptor_, aside_->Path())) Fail(errno);
+        aside_->TakeRights();
+    }
     // Some file systems tell only here that the disk is full.
     if (close(std::exchange(descriptor_, -1)) != 0 && errno != EINTR) Fail(errno);
     if (aside_) aside_->Commit();

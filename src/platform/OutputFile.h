@@ -29,10 +29,11 @@ private:
     std::optional<std::filesystem::perms> rights_;
 };
 
-/// A file that appears whole or not at all: written buffered beside its target under a temporary name, flushed and
-/// renamed by Commit. Destroyed without Commit it leaves an existing target as it was and removes the temporary file.
-/// A target that is no regular file (a device, a pipe, "-" for standard output) is written straight through.
-/// Errors are RunTimeError: PathNotFound, PermissionDenied, DiskFull, DeviceIo, with the target's path in the sentence.
+/// A file that appears whole or not at all: written buffered beside its target without a name, where the file system
+/// has such files, else under a temporary one; flushed, named and renamed by Commit. Destroyed without Commit it leaves
+/// an existing target as it was and removes the temporary file. A target that is no regular file (a device, a pipe, "-"
+/// for standard output) is written straight through. Errors are RunTimeError: PathNotFound, PermissionDenied, DiskFull,
+/// DeviceIo, with the target's path in the sentence.
 class OutputFile {
 public:
     explicit OutputFile(std::filesystem::path target);
@@ -52,6 +53,7 @@ private:
     std::filesystem::path target_;
     std::optional<AsidePath> aside_;  // empty where the target is written straight through
     int descriptor_ = -1;
+    bool isNameless_ = false;  // until Commit
     std::uint64_t position_ = 0;
     std::string buffer_;
 };

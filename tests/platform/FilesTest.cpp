@@ -1,3 +1,4 @@
+#include <fcntl.h>
 #include <gtest/gtest.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
@@ -75,6 +76,18 @@ TEST_F(Files, OutputLeavesNothingWithoutCommit) {
     }
     EXPECT_EQ(ReadWholeFile(target), "old");
     EXPECT_EQ(CountEntries(), 1u);
+}
+
+// Nobody would clean up behind a writer that was killed.
+TEST_F(Files, AnUnfinishedOutputHasNoName) {
+    const int probe = open(folder_.c_str(), O_WRONLY | O_TMPFILE, 0600);
+    if (probe < 0) GTEST_SKIP() << "the file system has no files without a name";
+    close(probe);
+    OutputFile file(folder_ / "a.txt");
+    file.Write(std::string(1 << 20, 'x'));
+    EXPECT_EQ(CountEntries(), 0u);
+    file.Commit();
+    EXPECT_EQ(fs::file_size(folder_ / "a.txt"), 1u << 20);
 }
 
 TEST_F(Files, OutputKeepsRightsAndLinks) {
