@@ -28,6 +28,20 @@ std::string Padded(std::string text, std::size_t width) {
     return text;
 }
 
+/// A text behind the first `indent` columns of a line, on as many lines as a terminal of ordinary width needs.
+std::string Wrapped(std::string_view text, std::size_t indent) {
+    constexpr std::size_t terminalWidth = 80;
+    const std::size_t width = terminalWidth - indent;
+    std::string lines;
+    while (text.size() > width) {
+        const std::size_t blank = text.rfind(' ', width);
+        if (blank == std::string_view::npos) break;
+        lines += std::string(text.substr(0, blank)) + "\n" + std::string(indent, ' ');
+        text.remove_prefix(blank + 1);
+    }
+    return lines + std::string(text) + "\n";
+}
+
 std::string Help() {
     std::string text =
         "Usage: quillform VERB [SWITCHES] ...\n"
@@ -42,8 +56,8 @@ std::string Help() {
         "      --list-printers   the printers of the system; with --json as JSON\n"
         "      --version         the version\n\n"
         "Exit codes: 0 done; 1 the work failed; 2 wrong usage; 3 done, but no records; 4 done with warnings under\n"
-        "--strict; 5 database missing, damaged, locked or not readable; 6 layout, query or rich text file unreadable,\n"
-        "or pointing at what isn't there; 7 output can't be written; 130 interrupted.\n";
+        "--strict; 5 database missing, damaged, locked, not readable or not configured; 6 layout, query, answers or\n"
+        "rich text file unreadable, or pointing at what isn't there; 7 output can't be written; 130 interrupted.\n";
     return text;
 }
 
@@ -52,13 +66,14 @@ std::string HelpOf(const Verb& verb) {
                        "\n" + std::string(verb.summary) + "\n";
     if (!verb.details.empty()) text += "\n" + std::string(verb.details) + "\n";
     text += "\nSwitches:\n";
+    constexpr std::size_t indent = 30;
     for (const Switch& s : verb.switches) {
         std::string name = s.letter ? std::string("  -") + s.letter + ", --" : std::string("      --");
         name += s.name;
         if (!s.value.empty()) name += " " + std::string(s.value);
-        text += Padded(name, 30) + std::string(s.help) + "\n";
+        text += Padded(name, indent) + Wrapped(s.help, indent);
     }
-    return text + Padded("  -h, --help", 30) + "this text\n";
+    return text + Padded("  -h, --help", indent) + "this text\n";
 }
 
 void Complain(std::string_view sentence) {
