@@ -3,6 +3,7 @@
 #include <filesystem>
 #include <set>
 
+#include "catalog/CatalogTables.h"
 #include "cli/Command.h"
 #include "cli/InputFiles.h"
 #include "cli/LoadForVerb.h"
@@ -132,6 +133,20 @@ void ApplySwitches(const Arguments& arguments, ReportSettings& settings) {
     }
 }
 
+/// A report passes over a condition whose catalog row is missing, and then shows more than was asked for: as it would
+/// with the query file of another database.
+void WarnOfLostConditions(const collQuery& queries, Database& database, UserInterface& user) {
+    if (queries.Count() == 0) return;
+    const Catalog catalog = Catalog::Read(database);
+    std::string first;
+    int lost = 0;
+    for (const clssQuery& line : queries)
+        if (!catalog.Find(line.Code) && lost++ == 0) first = line.Text;
+    if (lost > 0)
+        user.Warn("Left out: " + std::to_string(lost) + " of " + std::to_string(queries.Count()) + " conditions, \"" +
+                  first + "\" first, because the catalog has no such row.");
+}
+
 /// The database must be there and have its catalog before anything is opened for writing. Throws what is wrong; gives
 /// the path under which it was found.
 std::string CheckDatabase(const Layout& layout, DBEngine& engine, UserInterface& user) {
@@ -141,7 +156,10 @@ std::string CheckDatabase(const Layout& layout, DBEngine& engine, UserInterface&
                                                          WhyNoFile(layout.settings.strDatabase[1]) +
                                                          "; name another with --database.");
     const std::unique_ptr<Database> database = engine.OpenDatabase(*path, Access::ReadOnly);
-    if (database->FindTable(catalogIndexTable) && database->FindTable(catalogRelationTable)) return *path;
+    if (database->FindTable(catalogIndexTable) && database->FindTable(catalogRelationTable)) {
+        WarnOfLostConditions(layout.Queries, *database, user);
+        return *path;
+    }
     throw RunTimeError(ErrorNumber::UnrecognizedFormat, "The database \"" + *path +
                                                             "\" has not been configured for reports; run \"quillform "
                                                             "configure " +

@@ -225,6 +225,13 @@ TEST_F(Program, AFullDiskBehindStandardOutputIsTold) {
     }
 }
 
+TEST_F(Program, AConditionThatIsLeftOutIsTold) {
+    WriteFile(folder_ / "other.qry", "899,\"=\",\"a\",\"AND\",\"Colour\"\r\n7,\"<>\",\"a\",\"AND\",\"Account\"\r\n");
+    const Outcome outcome = Run({"run", "@STOCK.REP", "-q", "=other.qry", "-o", "=x.txt", "--strict"});
+    EXPECT_EQ(outcome.exitCode, 4) << outcome.errors;
+    EXPECT_NE(outcome.errors.find("1 of 2 conditions, \"Colour\""), std::string::npos) << outcome.errors;
+}
+
 TEST_F(Program, CountsSheetsOfLabels) {
     for (const char* type : {"pdf", "rtf"}) {
         const Outcome outcome = Run({"run", "@LABELS.REP", "-t", type, "-o", "=x", "--json"});
