@@ -10,6 +10,7 @@
 #include <fstream>
 #include <iterator>
 
+#include "catalog/CommonSheets.h"
 #include "data/Engine.h"
 #include "persistence/LayoutFile.h"
 #include "platform/CodePage.h"
@@ -60,17 +61,9 @@ Layout PlainOf(const Layout& grouped) {
 Layout LabelsOf(const Layout& grouped) {
     Layout labels = grouped;
     ReportSettings& settings = labels.settings;
-    settings.boolLabels = true;
+    UseLabels(addressSheet, settings);
     settings.intOrientation = 1;
     settings.intCharChange1 = settings.intCharChange2 = 0;
-    settings.intLabelsAcross = 3;
-    settings.intLabelsDown = 10;
-    settings.sngLabelWidth = 2.625F;
-    settings.sngLabelHeight = 1;
-    settings.sngHorizontalGap = 0.125F;
-    settings.sngVerticalGap = 0;
-    settings.sngTopMargin = 0.5F;
-    settings.sngLeftMargin = 0.1875F;
     labels.Fields.ClearAll();
     for (const clssFields& item : grouped.Fields) {
         // Each table is joined by the one before it, so a level left out would break the chain.

@@ -25,6 +25,18 @@ void AddSheet(Recordset& rows, const CommonSheet& sheet) {
 
 }  // namespace
 
+void UseLabels(const CommonSheet& sheet, ReportSettings& settings) {
+    settings.boolLabels = true;
+    settings.intLabelsAcross = static_cast<std::int16_t>(sheet.across);
+    settings.intLabelsDown = static_cast<std::int16_t>(sheet.down);
+    settings.sngLabelHeight = sheet.height;
+    settings.sngLabelWidth = sheet.width;
+    settings.sngTopMargin = sheet.topMargin;
+    settings.sngLeftMargin = sheet.leftMargin;
+    settings.sngHorizontalGap = sheet.horizontalGap;
+    settings.sngVerticalGap = sheet.verticalGap;
+}
+
 void AddSheets(Database& database, std::span<const CommonSheet> sheets) {
     const auto rows =
         database.OpenRecordset("SELECT * FROM [Report - Labels]", RecordsetType::Dynaset, RecordsetOption::AppendOnly);

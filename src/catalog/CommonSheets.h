@@ -5,20 +5,21 @@
 #include <string_view>
 
 #include "model/DataAccess.h"
+#include "model/ReportSettings.h"
 
 namespace quillform {
 
 /// A sheet of labels as it is sold; lengths in inches, on paper number 1, Letter.
 struct CommonSheet {
-    std::string_view description;  ///< kind, labels per sheet, height x width of a label, number of the format
-    int across;
-    int down;
-    float height;
-    float width;
-    float topMargin;
-    float leftMargin;
-    float horizontalGap;
-    float verticalGap;
+    std::string_view description = {};  ///< kind, labels per sheet, height x width of a label, number of the format
+    int across = 0;
+    int down = 0;
+    float height = 0;
+    float width = 0;
+    float topMargin = 0;
+    float leftMargin = 0;
+    float horizontalGap = 0;
+    float verticalGap = 0;
 };
 
 /// The formats that most address labels and cards on Letter paper are sold in, whoever makes them. The measures are
@@ -48,6 +49,9 @@ inline constexpr std::array commonSheets = std::to_array<CommonSheet>({
 
 /// The common address label, which the sample's labels are printed on.
 inline constexpr const CommonSheet& addressSheet = commonSheets[0];
+
+/// Makes a report one of labels on that sheet; its paper and orientation stay as they are.
+void UseLabels(const CommonSheet& sheet, ReportSettings& settings);
 
 /// Adds a row for each sheet to `Report - Labels`. RunTimeError of the data layer; where all or none are wanted, a
 /// transaction is the caller's.

@@ -101,18 +101,7 @@ clssFields& LayoutDraft::Value(std::string_view field, int row, int left, int le
     return item;
 }
 
-void LayoutDraft::UseLabels(const CommonSheet& sheet) {
-    ReportSettings& settings = layout_.settings;
-    settings.boolLabels = true;
-    settings.intLabelsAcross = static_cast<std::int16_t>(sheet.across);
-    settings.intLabelsDown = static_cast<std::int16_t>(sheet.down);
-    settings.sngLabelHeight = sheet.height;
-    settings.sngLabelWidth = sheet.width;
-    settings.sngTopMargin = sheet.topMargin;
-    settings.sngLeftMargin = sheet.leftMargin;
-    settings.sngHorizontalGap = sheet.horizontalGap;
-    settings.sngVerticalGap = sheet.verticalGap;
-}
+void LayoutDraft::UseLabels(const CommonSheet& sheet) { quillform::UseLabels(sheet, layout_.settings); }
 
 void LayoutDraft::Spacer(int row, int left) { Add(ItemCode::Text, "", row, left, 1, {}); }
 

@@ -1,6 +1,7 @@
 // One small report with every band, to every output, held against what it is to be.
 #include <gtest/gtest.h>
 
+#include "catalog/CommonSheets.h"
 #include "endtoend/SmallReport.h"
 
 namespace endtoend {
@@ -39,15 +40,7 @@ void AddTime(quillform::Layout& layout) {
 
 /// Labels carry no totals, and what stands on one must fit on it.
 void MakeLabels(quillform::Layout& layout) {
-    quillform::ReportSettings& settings = layout.settings;
-    settings.boolLabels = true;
-    settings.intLabelsAcross = 3;
-    settings.intLabelsDown = 10;
-    settings.sngLabelWidth = 2.625F;
-    settings.sngLabelHeight = 1;
-    settings.sngHorizontalGap = 0.125F;
-    settings.sngTopMargin = 0.5F;
-    settings.sngLeftMargin = 0.1875F;
+    UseLabels(quillform::addressSheet, layout.settings);
     quillform::collFields labels;
     for (const quillform::clssFields& item : layout.Fields) {
         if (item.Code <= 0 || item.Code >= quillform::ItemCode::FirstHeadingLoose) continue;

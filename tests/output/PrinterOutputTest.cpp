@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include "catalog/CommonSheets.h"
 #include "engine/FakeSurroundings.h"
 #include "output/PrinterOutput.h"
 
@@ -212,15 +213,14 @@ TEST(PrinterOutput, LabelsRunAcrossThenDownThenToANewSheet) {
     for (const Walk walk : {Walk::OnePass, Walk::Groups}) {
         Scene scene(columns, Numbered(5));
         scene.data.rows[2][0] = scene.data.rows[3][0] = scene.data.rows[4][0] = Value::Text("B");
-        ReportSettings& settings = scene.layout.settings;
-        settings.boolLabels = true;
-        settings.intLabelsAcross = 2;
-        settings.intLabelsDown = 2;
-        settings.sngLabelWidth = 2.5F;
-        settings.sngLabelHeight = 1;
-        settings.sngHorizontalGap = 0.125F;
-        settings.sngLeftMargin = 0.25F;
-        settings.sngTopMargin = 0.5F;
+        const CommonSheet sheet{.across = 2,
+                                .down = 2,
+                                .height = 1,
+                                .width = 2.5F,
+                                .topMargin = 0.5F,
+                                .leftMargin = 0.25F,
+                                .horizontalGap = 0.125F};
+        UseLabels(sheet, scene.layout.settings);
         scene.Add(Amount, 0, 1, 4);
         scene.Add(City, 1, 1, 4).PrimarySort = true;
         scene.GroupBy(0);

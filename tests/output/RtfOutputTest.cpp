@@ -2,6 +2,7 @@
 
 #include <random>
 
+#include "catalog/CommonSheets.h"
 #include "output/RtfFrame.h"
 #include "output/RtfText.h"
 #include "output/RunToFile.h"
@@ -275,14 +276,9 @@ TEST(RtfOutput, CancelledRunsEndWellFormed) {
 Scene LabelScene(int records) {
     Scene scene(columns, {});
     for (int i = 1; i <= records; ++i) scene.data.rows.push_back(Row(i < 3 ? "A" : "B", std::to_string(i)));
-    ReportSettings& settings = scene.layout.settings;
-    settings.boolLabels = true;
-    settings.intLabelsAcross = 3;
-    settings.intLabelsDown = 2;
-    settings.sngLabelWidth = 1;
-    settings.sngLabelHeight = 0.5F;
-    settings.sngHorizontalGap = 0.125F;
-    settings.sngLeftMargin = 0.25F;
+    const CommonSheet sheet{
+        .across = 3, .down = 2, .height = 0.5F, .width = 1, .leftMargin = 0.25F, .horizontalGap = 0.125F};
+    UseLabels(sheet, scene.layout.settings);
     scene.Add(City, 0, 6, 4).PrimarySort = true;
     scene.Add(Name, 1, 0, 4);
     return scene;
