@@ -19,14 +19,15 @@ struct Move {
     const char* text;
     Qt::Key key;
     Qt::KeyboardModifier held;
-    void (BoundRecords::*move)();
+    void (*move)(BoundRecords& records);
 };
 
 constexpr Move moves[] = {
-    {"first", "First record", Qt::Key_PageUp, Qt::ControlModifier, &BoundRecords::MoveFirst},
-    {"previous", "Previous record", Qt::Key_PageUp, Qt::NoModifier, &BoundRecords::MovePrevious},
-    {"next", "Next record", Qt::Key_PageDown, Qt::NoModifier, &BoundRecords::MoveNext},
-    {"last", "Last record", Qt::Key_PageDown, Qt::ControlModifier, &BoundRecords::MoveLast},
+    {"first", "First record", Qt::Key_PageUp, Qt::ControlModifier, [](BoundRecords& records) { records.MoveFirst(); }},
+    {"previous", "Previous record", Qt::Key_PageUp, Qt::NoModifier,
+     [](BoundRecords& records) { records.MovePrevious(); }},
+    {"next", "Next record", Qt::Key_PageDown, Qt::NoModifier, [](BoundRecords& records) { records.MoveNext(); }},
+    {"last", "Last record", Qt::Key_PageDown, Qt::ControlModifier, [](BoundRecords& records) { records.MoveLast(); }},
 };
 constexpr std::size_t buttonsBeforeCaption = 2;
 
@@ -60,7 +61,7 @@ frmDataControl::frmDataControl(const char* name, BoundRecords& records, QWidget*
         if (i == buttonsBeforeCaption) row->addWidget(caption_, 1);
         buttons_[i] = NewMoveButton(moves[i]);
         row->addWidget(buttons_[i]);
-        connect(buttons_[i], &QToolButton::clicked, this, [this, i] { (records_.*moves[i].move)(); });
+        connect(buttons_[i], &QToolButton::clicked, this, [this, i] { moves[i].move(records_); });
         // At once, also while the key is held down; a button's own shortcut first shows it pressed.
         new QShortcut(KeyOf(moves[i]), this, buttons_[i], &QToolButton::click);
     }
