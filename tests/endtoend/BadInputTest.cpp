@@ -62,6 +62,8 @@ TEST_F(BadInput, TruncatedDatabase) {
         const Outcome outcome = Quillform(RunTo("out.pdf"));
         EXPECT_EQ(outcome.exitCode, badDatabase) << "kept " << kept << ": " << outcome.errors;
         EXPECT_TRUE(Snapshot(folder_.Path()) == before) << "kept " << kept;
+        const Outcome counted = Quillform({"tables", "-l", Database()});
+        EXPECT_EQ(counted.exitCode, badDatabase) << "kept " << kept << ": " << counted.errors;
     }
 }
 

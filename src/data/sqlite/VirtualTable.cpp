@@ -7,6 +7,7 @@
 
 #include "data/columns/FieldValue.h"
 #include "platform/Dates.h"
+#include "platform/RunTimeError.h"
 
 namespace quillform::sqlite {
 namespace {
@@ -90,6 +91,9 @@ int Connect(sqlite3* handle, void* context, int count, const char* const* argume
     try {
         const auto number = static_cast<std::size_t>(std::strtoull(count > 3 ? arguments[3] : "0", nullptr, 10));
         const TableDef& definition = module.cache.Stored().Tables().at(number);
+        if (definition.Fields.empty())  // every table has columns when it is whole
+            throw RunTimeError(ErrorNumber::UnrecognizedFormat,
+                               "The table \"" + definition.Name + "\" is damaged: its columns can't be read.");
         if (const int code = sqlite3_declare_vtab(handle, Declaration(definition).c_str()); code != SQLITE_OK)
             return code;
         auto* table = new Table{};
