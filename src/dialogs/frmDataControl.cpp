@@ -1,11 +1,13 @@
 #include "dialogs/frmDataControl.h"
 
 #include <QBoxLayout>
+#include <QEvent>
 #include <QLabel>
 #include <QShortcut>
 #include <QToolButton>
 
 #include "dialogs/BoundRecords.h"
+#include "support/frmInkIcon.h"
 
 // Outside of any namespace, as Qt asks.
 static void LoadPictures() { Q_INIT_RESOURCE(dataControl); }
@@ -36,7 +38,6 @@ QKeySequence KeyOf(const Move& move) { return {move.held | move.key}; }
 QToolButton* NewMoveButton(const Move& move) {
     auto* const button = new QToolButton;
     button->setObjectName(QString::fromLatin1(move.name));
-    button->setIcon(QIcon(QStringLiteral(":/dialogs/%1.svg").arg(QString::fromLatin1(move.name))));
     const QKeySequence key = KeyOf(move);
     button->setAccessibleName(QString::fromLatin1(move.text));
     button->setToolTip(QStringLiteral("%1 (%2)").arg(button->accessibleName(), key.toString(QKeySequence::NativeText)));
@@ -65,7 +66,19 @@ frmDataControl::frmDataControl(const char* name, BoundRecords& records, QWidget*
         // At once, also while the key is held down; a button's own shortcut first shows it pressed.
         new QShortcut(KeyOf(moves[i]), this, buttons_[i], &QToolButton::click);
     }
+    ShowInk();
     Follow();
+}
+
+void frmDataControl::ShowInk() {
+    for (std::size_t i = 0; i < buttons_.size(); ++i)
+        buttons_[i]->setIcon(
+            InkIcon(QStringLiteral(":/dialogs/%1.svg").arg(QString::fromLatin1(moves[i].name)), palette()));
+}
+
+void frmDataControl::changeEvent(QEvent* event) {
+    QWidget::changeEvent(event);
+    if (event->type() == QEvent::PaletteChange && buttons_.back() != nullptr) ShowInk();
 }
 
 void frmDataControl::SetCaption(const QString& caption) { caption_->setText(caption); }

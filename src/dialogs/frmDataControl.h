@@ -22,7 +22,12 @@ public:
     /// Lets the buttons work where there are records to go to.
     void Follow();
 
+protected:
+    void changeEvent(QEvent* event) override;
+
 private:
+    void ShowInk();
+
     BoundRecords& records_;
     QLabel* caption_;  // owned by the widget, as the buttons are
     std::array<QToolButton*, 4> buttons_{};
