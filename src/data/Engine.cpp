@@ -17,6 +17,8 @@ enum class FileKind { Jet, Sqlite };
 
 /// Jet where the file is none of both, because that side's error can say what the file is instead.
 FileKind LookAt(const fs::path& path) {
+    std::error_code ignored;
+    if (!fs::is_regular_file(path, ignored)) return FileKind::Jet;  // a look into a pipe would wait
     return !jet::LooksLikeJet(path) && sqlite::LooksLikeSqlite(path) ? FileKind::Sqlite : FileKind::Jet;
 }
 

@@ -1,5 +1,6 @@
 // What is wrong is said in one sentence with the exit code for it, and nothing on disk changes.
 #include <gtest/gtest.h>
+#include <sys/stat.h>
 
 #include "endtoend/Support.h"
 
@@ -52,6 +53,13 @@ TEST_F(BadInput, GarbageForADatabase) {
 TEST_F(BadInput, EmptyDatabaseFile) {
     WriteFile(Database(), "");
     ExpectRefused(RunTo("out.pdf"), badDatabase, "Sample.mdb");
+}
+
+TEST_F(BadInput, PipeForADatabase) {
+    fs::remove(Database());
+    ASSERT_EQ(::mkfifo(Database().c_str(), 0600), 0);
+    ExpectRefused(RunTo("out.pdf"), badDatabase, "is not a file");
+    ExpectRefused({"tables", Database()}, badDatabase, "is not a file");
 }
 
 TEST_F(BadInput, TruncatedDatabase) {

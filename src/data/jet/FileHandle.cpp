@@ -11,12 +11,13 @@ namespace quillform::jet {
 
 namespace {
 
+/// Without O_NONBLOCK the opening of a pipe in place of a file would wait for its other end, for ever.
 int FlagsOf(FileHandle::Mode mode) {
     switch (mode) {
         case FileHandle::Mode::Read:
-            return O_RDONLY | O_CLOEXEC;
+            return O_RDONLY | O_CLOEXEC | O_NONBLOCK;
         case FileHandle::Mode::ReadWrite:
-            return O_RDWR | O_CLOEXEC;
+            return O_RDWR | O_CLOEXEC | O_NONBLOCK;
         case FileHandle::Mode::CreateNew:
             return O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC;
     }
