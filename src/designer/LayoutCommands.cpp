@@ -10,6 +10,7 @@
 #include "platform/Paths.h"
 #include "platform/RunTimeError.h"
 #include "platform/Text.h"
+#include "support/SaveName.h"
 
 namespace quillform::designer {
 
@@ -43,7 +44,7 @@ bool LayoutCommands::HasChanges() const { return LayoutText(surface_.Report()) !
 
 bool LayoutCommands::OpenLayout() {
     const auto chosen = user_.OpenDialog(LayoutDialog("Open Report Layout..."));
-    return chosen && LoadLayout(UpperCase(*chosen));
+    return chosen && LoadLayout(NameToKeep(*chosen));
 }
 
 bool LayoutCommands::LoadLayout(const std::string& fileName) {
@@ -85,10 +86,10 @@ void LayoutCommands::SaveLayout() {
 void LayoutCommands::SaveAs() {
     const auto chosen = user_.SaveDialog(LayoutDialog("Save Report Layout as..."));
     if (!chosen) return;
-    // In capitals the name may belong to another file than the one that was chosen to be replaced.
-    const auto there = FindFile(*chosen);
-    surface_.Report().strLayoutFile = there ? there->path.string() : UpperCase(*chosen);
-    if (Save()) caption_ = std::string(namedCaption) + UpperCase(*chosen);
+    const auto name = NameToSave(*chosen, "Save Report Layout as...", user_);
+    if (!name) return;
+    surface_.Report().strLayoutFile = FindFile(*name) ? *name : NameToKeep(*name);
+    if (Save()) caption_ = std::string(namedCaption) + UpperCase(*name);
 }
 
 bool LayoutCommands::Save() {

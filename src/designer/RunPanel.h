@@ -58,7 +58,10 @@ public:
         return user_.Ask(question, title, icon);
     }
     void Warn(std::string_view text) override { user_.Warn(text); }
-    void Note(std::string_view text) override { user_.Note(text); }
+    void Note(std::string_view text) override {
+        note_ = text;
+        user_.Note(text);
+    }
     std::optional<std::string> SaveDialog(const FileDialog& dialog) override { return user_.SaveDialog(dialog); }
     std::optional<std::string> OpenDialog(const FileDialog& dialog) override { return user_.OpenDialog(dialog); }
     void ShowProgress() override;
@@ -66,9 +69,12 @@ public:
     void SetProgress(long long value) override { panel_.SetValue(value); }
     void HideProgress() override;
     bool YieldAndIsCancelled() override;
+    /// The last note of the run; empty if there was none.
+    const std::string& LastNote() const { return note_; }
 
 private:
     UserInterface& user_;
+    std::string note_;
     RunPanel& panel_;
     bool& isCancelled_;
     std::optional<BusyPointer> busy_;  // before the first record and after the last, where nothing cancels

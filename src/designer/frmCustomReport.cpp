@@ -213,6 +213,7 @@ void frmCustomReport::ShowSelection() {
 }
 
 void frmCustomReport::ShowPointed(const clssFields* item, std::optional<QPointF> place) {
+    if (item) statusBar()->clearMessage();
     itemText_->setText(item ? ToQt(DescribeItem(*item)) : QString());
     placeText_->setText(place ? ToQt(DescribePlace(place->x(), place->y())) : QString());
 }

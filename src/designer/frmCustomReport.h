@@ -2,6 +2,7 @@
 
 #include <QMainWindow>
 #include <array>
+#include <filesystem>
 #include <optional>
 #include <string>
 
@@ -78,6 +79,7 @@ private:
     void ProcessReport(OutputType Flag);
     void Run(OutputType type);
     bool Compose(OutputType type);
+    void ShowWhereabouts(const std::filesystem::path& file, const std::string& note);
     void ShowScreenFile();
     void EnableParts(bool isEnabled);
     void EditReportOptions();

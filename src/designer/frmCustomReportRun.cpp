@@ -1,7 +1,9 @@
 // A report run from the form.
 
 #include <QMenuBar>
+#include <QStatusBar>
 #include <memory>
+#include <system_error>
 
 #include "designer/FormatBar.h"
 #include "designer/RunPanel.h"
@@ -9,6 +11,7 @@
 #include "designer/frmCustomReport.h"
 #include "engine/ReportRun.h"
 #include "output/OutputRooms.h"
+#include "support/frmText.h"
 
 namespace quillform::designer {
 
@@ -50,7 +53,20 @@ bool frmCustomReport::Compose(OutputType type) {
     if (outcome.failure) user.Message(outcome.failure->what(), {});
     if (outcome.end == RunEnd::NoPrimaryRow)
         user.Message("The primary sort field of the layout is no longer in the catalog.", {});
+    if (outcome.end == RunEnd::Done && type != OutputType::Screen) ShowWhereabouts(output->File(), user.LastNote());
     return outcome.end != RunEnd::NoItems && outcome.end != RunEnd::TargetCancelled;
+}
+
+/// A report that is done tells where it went: to its file, or with a printer's `note`. The line stays until the next
+/// item is pointed at.
+void frmCustomReport::ShowWhereabouts(const std::filesystem::path& file, const std::string& note) {
+    if (file.empty()) return statusBar()->showMessage(ToQt(note));
+    std::error_code error;
+    const std::filesystem::path whole = std::filesystem::absolute(file, error);
+    // The name first: the line may have no room for the folder.
+    statusBar()->showMessage(
+        QStringLiteral("The report is in %1, folder %2")
+            .arg(ToQt(whole.filename().string()), ToQt(whole.parent_path().lexically_normal().string())));
 }
 
 void frmCustomReport::ShowScreenFile() {

@@ -31,11 +31,12 @@ QMessageBox::Icon IconOf(MessageIcon icon) {
 }
 
 QMessageBox::StandardButton ShowBox(QMessageBox::Icon icon, std::string_view title, std::string_view text,
-                                    QMessageBox::StandardButtons buttons, std::string_view details = {}) {
+                                    QMessageBox::StandardButtons buttons,
+                                    QMessageBox::StandardButton first = QMessageBox::NoButton) {
     QMessageBox box(icon, ToQt(title.empty() ? programTitle : title), ToQt(text), buttons,
                     QApplication::activeWindow());
     box.setTextFormat(Qt::PlainText);  // names in it may look like markup
-    box.setInformativeText(ToQt(details));
+    box.setDefaultButton(first);
     return static_cast<QMessageBox::StandardButton>(box.exec());
 }
 
@@ -52,7 +53,9 @@ void DesktopUser::MessageWithIcon(std::string_view text, std::string_view title,
 void DesktopUser::Beep() { QApplication::beep(); }
 
 bool DesktopUser::Ask(std::string_view question, std::string_view title, MessageIcon icon) {
-    return ShowBox(IconOf(icon), title, question, QMessageBox::Yes | QMessageBox::No) == QMessageBox::Yes;
+    // Where something may be lost, a hasty Enter loses nothing.
+    const auto first = icon == MessageIcon::Exclamation ? QMessageBox::No : QMessageBox::Yes;
+    return ShowBox(IconOf(icon), title, question, QMessageBox::Yes | QMessageBox::No, first) == QMessageBox::Yes;
 }
 
 bool DesktopUser::AskRetry(std::string_view question, std::string_view title, MessageIcon icon) {

@@ -7,6 +7,7 @@
 #include "persistence/QueryFile.h"
 #include "platform/Paths.h"
 #include "platform/Text.h"
+#include "support/SaveName.h"
 
 namespace quillform::dialogs {
 
@@ -15,19 +16,6 @@ namespace {
 constexpr std::string_view folderName = "QUERIES";
 constexpr std::string_view extension = ".QRY";
 constexpr std::string_view where = "QUERY:LFileCmd_Click";  // of both commands
-
-/// The path with its file name in capitals. The folders stay as they were chosen, since two may differ in case only.
-std::string InCapitals(const std::string& path) {
-    const std::string_view name = FileNameOf(path);
-    return path.substr(0, path.size() - name.size()) + UpperCase(name);
-}
-
-/// The file that is replaced by a save: what was chosen if it is there, whatever case its name is in, for the dialog
-/// has asked about that one; else the name in capitals.
-std::string SavedName(const std::string& chosen) {
-    std::error_code error;
-    return std::filesystem::exists(chosen, error) ? chosen : InCapitals(chosen);
-}
 
 }  // namespace
 
@@ -43,10 +31,6 @@ FileDialog QueryFileCommands::Dialog(std::string title) const {
     std::filesystem::create_directories(TargetPath(files).parent_path(), passedOver);
     return {
         .title = std::move(title), .filter = "*.QRY", .fileName = {}, .defaultExtension = {}, .initialFolder = files};
-}
-
-bool QueryFileCommands::MayReplace(const std::string& fileName) const {
-    return !FindFile(fileName) || user_.Ask("\"" + fileName + "\" is there already.  Replace it?", "Save Query As...");
 }
 
 StepEnd QueryFileCommands::Load(collQuery& lines) {
@@ -67,16 +51,15 @@ StepEnd QueryFileCommands::Save(const collQuery& lines) {
     dialog.defaultExtension = "QRY";
     const auto chosen = user_.SaveDialog(dialog);
     if (!chosen) return StepEnd::Left;
-    const std::string fileName = SavedName(*chosen);
-    if (!UpperCase(fileName).ends_with(extension)) {
+    if (!UpperCase(*chosen).ends_with(extension)) {
         user_.Message("You must save the Query with an extension of .QRY");
         return StepEnd::Left;
     }
-    // The dialog asked about the name as it was typed, and knows nothing of the one in capitals.
-    if (fileName != *chosen && !MayReplace(fileName)) return StepEnd::Left;
+    const auto fileName = NameToSave(*chosen, dialog.title, user_);
+    if (!fileName) return StepEnd::Left;
     SaveLosses losses;
-    const StepEnd end = RunHandled(errors_, where, [&] { losses = SaveQueries(fileName, lines); });
-    for (const std::string& sentence : LossesInWords(fileName, "a query file", losses)) user_.Message(sentence);
+    const StepEnd end = RunHandled(errors_, where, [&] { losses = SaveQueries(*fileName, lines); });
+    for (const std::string& sentence : LossesInWords(*fileName, "a query file", losses)) user_.Message(sentence);
     return end;
 }
 

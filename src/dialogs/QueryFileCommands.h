@@ -24,7 +24,6 @@ public:
 
 private:
     FileDialog Dialog(std::string title) const;
-    bool MayReplace(const std::string& fileName) const;
 
     UserInterface& user_;
     std::string appPath_;

@@ -7,6 +7,7 @@
 #include <QListWidget>
 #include <QPushButton>
 #include <QRadioButton>
+#include <QShortcut>
 #include <QSignalBlocker>
 #include <QTabWidget>
 #include <algorithm>
@@ -20,6 +21,8 @@ namespace quillform::dialogs {
 
 namespace {
 
+constexpr int databaseTab = 2;
+constexpr int labelTypeTab = 4;
 constexpr int noneRow = 0;  // "(None)", above the label styles
 
 std::optional<int> SelectedIn(const QButtonGroup& group) {
@@ -66,6 +69,14 @@ void frmReportOptions::Connect() {
     connect(cmdLabels_, &QPushButton::clicked, this, &frmReportOptions::cmdLabels_Click);
     connect(SaveCmd_, &QPushButton::clicked, this, &frmReportOptions::SaveCmd_Click);
     connect(XitCmd_, &QPushButton::clicked, this, &frmReportOptions::XitCmd_Click);
+    // The tabs take these keys themselves only while the focus is within them.
+    connect(new QShortcut(QKeySequence::NextChild, this), &QShortcut::activated, this, [this] { TurnTabs(1); });
+    connect(new QShortcut(QKeySequence::PreviousChild, this), &QShortcut::activated, this, [this] { TurnTabs(-1); });
+}
+
+void frmReportOptions::TurnTabs(int steps) {
+    const int count = SSTab1_->count();
+    SSTab1_->setCurrentIndex((SSTab1_->currentIndex() + steps + count) % count);
 }
 
 void frmReportOptions::Form_Load() {
@@ -200,6 +211,8 @@ void frmReportOptions::cmdBrowse_Click() {
                                           .defaultExtension = "MDB",
                                           .initialFolder = layout_.strAppPath});
     if (!chosen) return;
+    // What was chosen is to be seen: the path, or the label styles there.
+    if (SSTab1_->currentIndex() != labelTypeTab) SSTab1_->setCurrentIndex(databaseTab);
     labels_.Forget();
     Database_[0]->setText(ToQt(*chosen));
     FillLabelList();

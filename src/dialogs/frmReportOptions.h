@@ -49,6 +49,7 @@ private:
     QWidget* LabelTypeTab();
     QWidget* MakePicture1();
     void Connect();
+    void TurnTabs(int steps);
 
     void Form_Load();
     void Form_Activate() { FillLabelList(); }

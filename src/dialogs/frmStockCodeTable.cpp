@@ -182,7 +182,7 @@ void frmStockCodeTable::datPrimaryRS_Error(const RunTimeError& DataErr) {
 void frmStockCodeTable::Form_Unload(bool& Cancel) {
     hourglass_.reset();
     if (datPrimaryRS_.SaveChanges()) return;
-    Cancel = !user_.Ask("The record isn't stored.  Leave without it?", FromQt(windowTitle()));
+    Cancel = !user_.Ask("The record isn't stored.  Leave without it?", FromQt(windowTitle()), MessageIcon::Exclamation);
 }
 
 void frmStockCodeTable::closeEvent(QCloseEvent* event) {

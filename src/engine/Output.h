@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <filesystem>
 #include <string>
 #include <string_view>
 
@@ -70,6 +71,8 @@ public:
     virtual void Close(Ending ending) = 0;
     /// Pages of the document, asked when it is closed: as many as headings where the output keeps no count of its own.
     virtual std::int32_t Pages(const RunVariables& run) const { return run.Page; }
+    /// The file that a whole document is in once it is closed; empty where it isn't in a file to keep.
+    virtual std::filesystem::path File() const { return {}; }
 
     // Records.
     virtual void BeginRecord(RunVariables&) {}

@@ -30,7 +30,7 @@ public:
     /// The same with an icon, which means something to windows only.
     virtual void MessageWithIcon(std::string_view text, std::string_view title, MessageIcon) { Message(text, title); }
     virtual void Beep() {}
-    /// A Yes and No box.
+    /// A Yes and No box. With MessageIcon::Exclamation a Yes may lose something, and No is what Enter gives.
     virtual bool Ask(std::string_view question, std::string_view title, MessageIcon icon = MessageIcon::Question) = 0;
     /// A Retry and Cancel box; true is Retry. Where nobody can be asked, a retry would never end, so it is Cancel.
     virtual bool AskRetry(std::string_view, std::string_view, MessageIcon = MessageIcon::Question) { return false; }

@@ -24,6 +24,7 @@ public:
 
     bool Open(const OutputContext& context) override;
     void Close(Ending ending) override;
+    std::filesystem::path File() const override { return path_; }
     void BeginRecord(RunVariables& run) override;
     void EndRecord(RunVariables& run) override;
     void EndLine(RunVariables&) override {}

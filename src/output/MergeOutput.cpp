@@ -69,7 +69,7 @@ void CommaSeparatedOutput::StepRow(RunVariables&, std::int32_t& yPos, const clss
 }
 
 void CommaSeparatedOutput::FillPage(RunVariables& run) {
-    for (int line = run.Ln; line < linesOfPage; ++line) File().WriteLine({});
+    for (int line = run.Ln; line < linesOfPage; ++line) Target().WriteLine({});
 }
 
 FileDialog WordMergeOutput::Dialog() const { return DocumentDialog(); }
@@ -80,7 +80,7 @@ void WordMergeOutput::BeginFile(const Layout& layout) {
         if (!header.empty()) header += ',';
         header.append("\"").append(item.Text).append("\"");
     }
-    File().WriteLine(header);
+    Target().WriteLine(header);
 }
 
 void WordMergeOutput::AppendField(std::string_view text, std::string& line) const { AppendQuoted(text, line); }

@@ -12,6 +12,7 @@ class MergeOutput : public Output {
 public:
     bool Open(const OutputContext& context) override;
     void Close(Ending ending) override;
+    std::filesystem::path File() const override { return file_->Path(); }
     void EndLine(RunVariables& run) override;
     bool RowsAreLines() const override { return false; }
     void StepRow(RunVariables&, std::int32_t&, const clssFields&, std::string&) override {}
@@ -23,7 +24,7 @@ protected:
     virtual void BeginFile(const Layout&) {}
     virtual void AppendField(std::string_view text, std::string& line) const = 0;
     virtual void EndFields(std::string&) const {}
-    TargetFile& File() { return *file_; }
+    TargetFile& Target() { return *file_; }
 
 private:
     OutputTarget target_;

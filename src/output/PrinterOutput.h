@@ -25,6 +25,7 @@ public:
 
     bool Open(const OutputContext& context) override;
     void Close(Ending ending) override;
+    std::filesystem::path File() const override { return printer_ ? std::filesystem::path() : path_; }
     std::int32_t Pages(const RunVariables&) const override { return pages_; }
     void BeginRecord(RunVariables& run) override;
     void BeginDetail(RunVariables& run) override;

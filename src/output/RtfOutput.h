@@ -22,6 +22,7 @@ public:
 
     bool Open(const OutputContext& context) override;
     void Close(Ending ending) override;
+    std::filesystem::path File() const override { return path_; }
     std::int32_t Pages(const RunVariables& run) const override { return labels_ ? labels_->Sheets() : run.Page; }
     void BeginRecord(RunVariables& run) override;
     void EndLine(RunVariables& run) override;

@@ -4,7 +4,7 @@
 
 #include "platform/CodePage.h"
 #include "platform/Paths.h"
-#include "platform/Text.h"
+#include "support/SaveName.h"
 
 namespace quillform {
 
@@ -12,8 +12,9 @@ std::optional<std::filesystem::path> ChooseTarget(const OutputTarget& target, co
                                                   UserInterface& user) {
     if (target.file) return TargetPath(*target.file);
     const std::optional<std::string> chosen = user.SaveDialog(dialog);
-    if (!chosen) return std::nullopt;
-    return TargetPath(UpperCase(*chosen));
+    const auto name = chosen ? NameToSave(*chosen, dialog.title, user) : std::nullopt;
+    if (!name) return std::nullopt;
+    return TargetPath(*name);
 }
 
 bool MayLeaveStoppedFile(const std::filesystem::path& path) {

@@ -10,7 +10,8 @@
 
 namespace quillform {
 
-/// The path an output goes to: the named one, or the user's answer to the dialog, in capitals. Empty on cancel.
+/// The path an output goes to: the named one, or the user's answer to the dialog as NameToSave has it. Empty on
+/// cancel.
 std::optional<std::filesystem::path> ChooseTarget(const OutputTarget& target, const FileDialog& dialog,
                                                   UserInterface& user);
 

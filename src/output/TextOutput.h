@@ -18,6 +18,7 @@ public:
 
     bool Open(const OutputContext& context) override;
     void Close(Ending ending) override;
+    std::filesystem::path File() const override { return file_->Path(); }
     void EndLine(RunVariables& run) override;
     void EndHeading(RunVariables& run, std::string& line) override;
     bool RowsAreLines() const override { return true; }

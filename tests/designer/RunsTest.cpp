@@ -4,11 +4,13 @@
 
 #include <QGuiApplication>
 #include <QMenuBar>
+#include <QStatusBar>
 #include <QTimer>
 #include <filesystem>
 #include <functional>
 
 #include "designer/FormScene.h"
+#include "platform/OutputFile.h"
 #include "sample/SampleData.h"
 
 namespace quillform::designer {
@@ -41,6 +43,21 @@ TEST_F(Runs, WriteTheReport) {
     EXPECT_GT(fs::file_size(folder.File("REPORT.TXT")), 1000u);
     EXPECT_FALSE(Control("Picture1").isVisible());
     EXPECT_TRUE(form->menuBar()->isEnabled());
+    EXPECT_EQ(form->statusBar()->currentMessage(),
+              QString::fromStdString("The report is in REPORT.TXT, folder " + folder.Path().string()));
+}
+
+TEST_F(Runs, ReplaceNoFileOfAnotherCaseUnasked) {
+    OutputFile file(folder.File("REPORT.TXT"));
+    file.Write("yesterday's");
+    file.Commit();
+    user.answer = false;
+    Key(Qt::Key_R, Qt::ControlModifier);
+    EXPECT_EQ(user.questions.size(), 1u);
+    EXPECT_EQ(ReadWholeFile(folder.File("REPORT.TXT")), "yesterday's");
+    user.answer = true;
+    Key(Qt::Key_R, Qt::ControlModifier);
+    EXPECT_GT(fs::file_size(folder.File("REPORT.TXT")), 1000u);
 }
 
 TEST_F(Runs, TakeNothingButACancel) {

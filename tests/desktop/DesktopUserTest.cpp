@@ -43,8 +43,10 @@ TEST(DesktopUser, AsksAndTells) {
         Qt::Key key;
         Qt::KeyboardModifiers held;
         bool answer;
+        MessageIcon icon = MessageIcon::Question;
     };
     const Case cases[] = {{Qt::Key_Return, Qt::NoModifier, true},
+                          {Qt::Key_Return, Qt::NoModifier, false, MessageIcon::Exclamation},
                           {Qt::Key_Y, Qt::AltModifier, true},
                           {Qt::Key_N, Qt::AltModifier, false},
                           {Qt::Key_Escape, Qt::NoModifier, false}};
@@ -53,11 +55,12 @@ TEST(DesktopUser, AsksAndTells) {
         const Driver driver({[&](QWidget& box) {
             EXPECT_EQ(Text(box), "Is <b>it</b> so?");
             EXPECT_EQ(box.windowTitle(), "SURE?");
-            EXPECT_EQ(dynamic_cast<QMessageBox&>(box).icon(), QMessageBox::Warning);
+            const bool warns = c.icon == MessageIcon::Exclamation;
+            EXPECT_EQ(dynamic_cast<QMessageBox&>(box).icon(), warns ? QMessageBox::Warning : QMessageBox::Question);
             EXPECT_EQ(dynamic_cast<QMessageBox&>(box).textFormat(), Qt::PlainText);
             Press(c.key, c.held);
         }});
-        EXPECT_EQ(user.Ask("Is <b>it</b> so?", "SURE?", MessageIcon::Exclamation), c.answer);
+        EXPECT_EQ(user.Ask("Is <b>it</b> so?", "SURE?", c.icon), c.answer);
     }
     const Driver driver({[](QWidget& box) {
         EXPECT_EQ(box.windowTitle(), "Quillform");

@@ -251,6 +251,23 @@ TEST_F(OptionsForm, KeysOfTheNumberBoxes) {
     EXPECT_EQ(settings.intSpaces1, 3);
 }
 
+TEST_F(OptionsForm, TabsAreTurnedFromTheButtonsToo) {
+    Show([&] {
+        const auto& tabs = Part<QTabWidget>("SSTab1");
+        for (const char* const name : {"XitCmd", "NumSpc_0"}) {
+            Go(Grouping);
+            Part<QWidget>(name).setFocus();
+            Press(Qt::Key_Tab, Qt::ControlModifier);
+            EXPECT_EQ(tabs.currentIndex(), Grouping + 1) << name;
+            Go(OutputType);
+            Part<QWidget>("XitCmd").setFocus();
+            Press(Qt::Key_Backtab, Qt::ControlModifier | Qt::ShiftModifier);
+            EXPECT_EQ(tabs.currentIndex(), LabelType) << name;
+        }
+        PressButton("XitCmd");
+    });
+}
+
 TEST_F(OptionsForm, LeavingStoresNothing) {
     scene.MakeDatabase();
     const ReportSettings before = settings;
@@ -346,6 +363,7 @@ TEST_F(OptionsForm, BrowsePutsThePathIntoTheFirstBox) {
         user.chosen = scene.DatabasePath();
         PressButton("cmdBrowse");
         EXPECT_EQ(Rows().size(), 5U);
+        EXPECT_TRUE(Box("Database_0").isVisible());
         PressButton("SaveCmd");
     });
     EXPECT_EQ(settings.strDatabase[1], scene.DatabasePath());
