@@ -16,6 +16,38 @@ bool CanAdd(Recordset& rows) {
     return true;
 }
 
+/// Whether three digits, and no fourth, follow each comma.
+bool CommasPartThousands(std::string_view text) {
+    const auto isDigit = [&](std::size_t at) { return at < text.size() && text[at] >= '0' && text[at] <= '9'; };
+    for (std::size_t at = text.find(','); at != text.npos; at = text.find(',', at + 1))
+        if (!isDigit(at + 1) || !isDigit(at + 2) || !isDigit(at + 3) || isDigit(at + 4)) return false;
+    return true;
+}
+
+bool IsNumber(FieldType type) {
+    switch (type) {
+        case FieldType::Byte:
+        case FieldType::Integer:
+        case FieldType::Long:
+        case FieldType::Currency:
+        case FieldType::Single:
+        case FieldType::Double:
+        case FieldType::Decimal:
+            return true;
+        default:
+            return false;
+    }
+}
+
+/// The database passes over any comma in a number: "12,50", typed by someone used to decimal commas, would be stored as
+/// 1250 and nobody told.
+void CheckCommas(const Field& field, const std::string& typed) {
+    if (!IsNumber(field.Type) || CommasPartThousands(typed)) return;
+    throw RunTimeError(ErrorNumber::TypeMismatch,
+                       "\"" + typed + "\" can't be stored in the field \"" + field.Name +
+                           "\": a comma stands before groups of three digits, and a decimal point is written \".\".");
+}
+
 }  // namespace
 
 BoundRecords::BoundRecords(DBEngine& engine, Source source, Events events)
@@ -149,6 +181,7 @@ void BoundRecords::Store() {
 void BoundRecords::PutTexts() {
     for (std::size_t i = 0; i < texts_.size(); ++i) {
         if (texts_[i] == stored_[i]) continue;
+        CheckCommas(rows_->Fields()[static_cast<std::size_t>(positions_[i])], texts_[i]);
         const Value typed = texts_[i].empty() ? Value() : Value::Text(texts_[i]);
         rows_->SetValue(positions_[i], typed);
     }

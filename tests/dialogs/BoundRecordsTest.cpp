@@ -86,6 +86,7 @@ TEST(BoundRecords, WhatCantBeStoredStaysTypedAndNothingMoves) {
     const Case cases[] = {
         {quantity, "abc", "\"abc\""},        {quantity, "99999999999", "range"}, {cost, "12.3.4", "\"12.3.4\""},
         {code, "longer than fifteen", "15"}, {code, "C1", "only once"},          {code, "", "Stock Code"},
+        {cost, "12,50", "decimal point"},    {quantity, "1,0000", "decimal"},
     };
     for (const Case& c : cases) {
         for (const bool isNew : {false, true}) {
