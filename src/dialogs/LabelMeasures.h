@@ -1,6 +1,8 @@
 #pragma once
 
 #include <array>
+#include <optional>
+#include <string>
 #include <string_view>
 
 namespace quillform::dialogs {
@@ -24,5 +26,16 @@ inline constexpr std::array<LabelMeasure, 8> labelMeasures{{
     {"Vertical Gap:", "Vertical Gap", false},
 }};
 inline constexpr int longestMeasure = 5;  ///< characters that can be typed into a box
+
+/// What stands in the boxes, in their order.
+using MeasureTexts = std::array<std::string, labelMeasures.size()>;
+
+/// The number that a text is stored as; none if it is beyond all numbers.
+std::optional<double> StoredMeasure(const std::string& text);
+/// A number in the digits that a measure has.
+std::string MeasureText(double number);
+/// The first measure that is stored as another number than it looks like, such as 1 1/3 or 1,333, which are copied from
+/// a packet; empty if there is none.
+std::string ReadingProblem(const MeasureTexts& texts);
 
 }  // namespace quillform::dialogs

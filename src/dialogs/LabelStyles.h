@@ -16,7 +16,7 @@ namespace quillform::dialogs {
 /// A label style as its boxes show it.
 struct LabelStyle {
     std::string description;
-    std::array<std::string, labelMeasures.size()> measures;  ///< in the order of labelMeasures
+    MeasureTexts measures;  ///< in the order of labelMeasures
     /// Number of the paper; of a style that is stored it may be any number, also one that no form offers. Empty where
     /// none was chosen.
     std::optional<int> paper;

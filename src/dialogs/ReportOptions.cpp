@@ -158,7 +158,8 @@ std::optional<OptionRefusal> StoreSettings(const OptionControls& controls, Repor
     return std::nullopt;
 }
 
-std::string_view LabelHint(const OptionControls& controls, const ReportSettings& settings) {
+std::string LabelHint(const OptionControls& controls, const ReportSettings& settings) {
+    if (std::string problem = ReadingProblem(controls.Custom); !problem.empty()) return problem;
     ReportSettings stored = settings;
     if (StoreSettings(controls, stored) || stored.boolLabels == settings.boolLabels) return {};
     return stored.boolLabels ? "Save will turn labels on: the tab \"Label Type\" describes a sheet of labels."

@@ -56,7 +56,7 @@ struct OptionControls {
     std::optional<int> optJoin;
     std::array<std::string, databaseBoxes> Database;
     std::optional<int> optPaperSize;
-    std::array<std::string, labelMeasures.size()> Custom;
+    MeasureTexts Custom;
 
     friend bool operator==(const OptionControls&, const OptionControls&) = default;
 };
@@ -74,7 +74,8 @@ struct OptionRefusal {
 /// text may have fewer digits. The labels switch follows from the label measures.
 std::optional<OptionRefusal> StoreSettings(const OptionControls& controls, ReportSettings& settings);
 
-/// What storing would do to the labels switch, where the user may not expect it; empty if it stays as it is.
-std::string_view LabelHint(const OptionControls& controls, const ReportSettings& settings);
+/// What the user may not expect of storing: a label measure that counts as another number, the labels switch turned.
+/// Empty if there is nothing.
+std::string LabelHint(const OptionControls& controls, const ReportSettings& settings);
 
 }  // namespace quillform::dialogs

@@ -5,7 +5,6 @@
 
 #include "dialogs/PaperSizes.h"
 #include "platform/Numbers.h"
-#include "platform/RunTimeError.h"
 #include "print/PdfTarget.h"
 
 namespace quillform::dialogs {
@@ -21,44 +20,6 @@ constexpr double mostShown = 100;
 enum Box : std::size_t { Across, Down, Height, Width, TopMargin, LeftMargin, HorizontalGap, VerticalGap };
 
 using Measures = std::array<double, labelMeasures.size()>;
-
-std::string NumberText(double number) {
-    std::string text;
-    AppendGeneralNumber(static_cast<float>(number), text);
-    return text;
-}
-
-/// The number that a text is stored as; none if it is beyond all numbers.
-std::optional<double> Stored(const std::string& text) {
-    try {
-        return Val(text);
-    } catch (const RunTimeError&) {
-        return std::nullopt;
-    }
-}
-
-std::string NameOf(std::size_t box) {
-    std::string_view name = labelMeasures[box].caption;
-    if (name.ends_with(':')) name.remove_suffix(1);
-    return std::string(name);
-}
-
-/// A text such as the point of ".5", behind which the digits are still to come.
-bool IsBegun(const std::string& text) { return text.find_first_not_of("+-.") == std::string::npos; }
-
-/// What is typed as on the packet, 1 1/3 or 1,333, is stored as another number than it looks like.
-std::string ReadingProblem(const LabelStyle& style) {
-    for (std::size_t box = 0; box < style.measures.size(); ++box) {
-        const std::string& text = style.measures[box];
-        if (IsBegun(text)) continue;
-        const std::string quoted = NameOf(box) + ": \"" + text + "\"";
-        const std::optional<double> stored = Stored(text);
-        if (!stored || std::abs(*stored) > mostShown * mostShown) return quoted + " is too large.";
-        if (ParseNumber(text) != stored)
-            return quoted + " counts as " + NumberText(*stored) + ".  Write the number with a point, such as 1.333.";
-    }
-    return {};
-}
 
 /// Whether there is anything to draw and judge yet.
 bool IsIncomplete(const LabelStyle& style) {
@@ -82,8 +43,8 @@ std::string NumbersProblem(const Measures& m) {
 std::string SizeProblem(const Measures& m, const SheetPlan& plan) {
     const auto tooMuch = [](double needed, double there, std::string_view direction) {
         if (needed <= there + tolerance) return std::string();
-        return "The labels need " + NumberText(std::round(needed * 100) / 100) + " inches " + std::string(direction) +
-               ", the sheet has " + NumberText(there) + ".";
+        return "The labels need " + MeasureText(std::round(needed * 100) / 100) + " inches " + std::string(direction) +
+               ", the sheet has " + MeasureText(there) + ".";
     };
     const std::string across =
         tooMuch(Extent(m[LeftMargin], m[Across], m[Width], m[HorizontalGap]), plan.paperWidth, "across");
@@ -134,18 +95,18 @@ SheetPlan PlanSheet(const LabelStyle& style) {
     }
     Measures measures{};
     std::ranges::transform(style.measures, measures.begin(),
-                           [](const std::string& text) { return Stored(text).value_or(0); });
+                           [](const std::string& text) { return StoredMeasure(text).value_or(0); });
     for (const Box count : {Across, Down}) measures[count] = RoundHalfEven(measures[count]);
     PlaceLabels(measures, plan);
-    for (const std::string& problem :
-         {ReadingProblem(style), NumbersProblem(measures), SizeProblem(measures, plan), PaperProblem(style.paper)}) {
+    for (const std::string& problem : {ReadingProblem(style.measures), NumbersProblem(measures),
+                                       SizeProblem(measures, plan), PaperProblem(style.paper)}) {
         if (problem.empty()) continue;
         plan.isWrong = true;
         plan.sentence = problem;
         return plan;
     }
     const double count = measures[Across] * measures[Down];
-    plan.sentence = count == 1 ? "1 label on the sheet." : NumberText(count) + " labels on the sheet.";
+    plan.sentence = count == 1 ? "1 label on the sheet." : MeasureText(count) + " labels on the sheet.";
     return plan;
 }
 

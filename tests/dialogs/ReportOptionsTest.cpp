@@ -180,8 +180,12 @@ TEST(ReportOptions, TheLabelsSwitchFollowsFromTheMeasures) {
         EXPECT_EQ(LabelHint(controls, settings).empty(), test.isOn) << test.box << test.text;
         StoreSettings(controls, settings);
         EXPECT_EQ(settings.boolLabels, test.isOn) << test.box << test.text;
-        EXPECT_EQ(LabelHint(controls, settings), "");
+        EXPECT_EQ(LabelHint(ShowSettings(settings), settings), "");
     }
+    const ReportSettings settings = AllSettings();
+    OptionControls controls = ShowSettings(settings);
+    controls.Custom[2] = "2,5";
+    EXPECT_NE(LabelHint(controls, settings).find("Label Height: \"2,5\" counts as 2."), std::string::npos);
     // A new layout keeps the measures of the last one and has no labels.
     Layout layout;
     layout.settings = AllSettings();
