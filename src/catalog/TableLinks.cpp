@@ -25,28 +25,17 @@ constexpr std::string_view commonNames[] = {"id",          "no",     "nr",      
 enum class Comparison { None, Number, Text, Date, Guid };
 
 Comparison ComparisonOf(FieldType type) {
+    if (IsNumber(type)) return Comparison::Number;
     switch (type) {
-        case FieldType::Byte:
-        case FieldType::Integer:
-        case FieldType::Long:
-        case FieldType::Currency:
-        case FieldType::Single:
-        case FieldType::Double:
-        case FieldType::Decimal:
-            return Comparison::Number;
         case FieldType::Text:
             return Comparison::Text;
         case FieldType::Date:
             return Comparison::Date;
         case FieldType::Guid:
             return Comparison::Guid;
-        case FieldType::Boolean:
-        case FieldType::Binary:
-        case FieldType::LongBinary:
-        case FieldType::Memo:
+        default:
             return Comparison::None;
     }
-    return Comparison::None;
 }
 
 bool CanCompare(const Field& left, const Field& right) {

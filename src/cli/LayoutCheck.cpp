@@ -14,28 +14,6 @@ namespace quillform::cli {
 
 namespace {
 
-bool IsNumber(FieldType type) {
-    switch (type) {
-        case FieldType::Byte:
-        case FieldType::Integer:
-        case FieldType::Long:
-        case FieldType::Currency:
-        case FieldType::Single:
-        case FieldType::Double:
-        case FieldType::Decimal:
-            return true;
-        case FieldType::Boolean:
-        case FieldType::Date:
-        case FieldType::Binary:
-        case FieldType::Text:
-        case FieldType::LongBinary:
-        case FieldType::Memo:
-        case FieldType::Guid:
-            return false;
-    }
-    return false;
-}
-
 std::string NameOfItem(int position, const clssFields& item) {
     return "item " + std::to_string(position) + " \"" + item.Text + "\"";
 }

@@ -24,21 +24,6 @@ bool CommasPartThousands(std::string_view text) {
     return true;
 }
 
-bool IsNumber(FieldType type) {
-    switch (type) {
-        case FieldType::Byte:
-        case FieldType::Integer:
-        case FieldType::Long:
-        case FieldType::Currency:
-        case FieldType::Single:
-        case FieldType::Double:
-        case FieldType::Decimal:
-            return true;
-        default:
-            return false;
-    }
-}
-
 /// The database passes over any comma in a number: "12,50", typed by someone used to decimal commas, would be stored as
 /// 1250 and nobody told.
 void CheckCommas(const Field& field, const std::string& typed) {

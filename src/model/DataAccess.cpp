@@ -38,6 +38,28 @@ std::string_view FieldTypeName(FieldType type) {
     return "Unknown";
 }
 
+bool IsNumber(FieldType type) {
+    switch (type) {
+        case FieldType::Byte:
+        case FieldType::Integer:
+        case FieldType::Long:
+        case FieldType::Currency:
+        case FieldType::Single:
+        case FieldType::Double:
+        case FieldType::Decimal:
+            return true;
+        case FieldType::Boolean:
+        case FieldType::Date:
+        case FieldType::Binary:
+        case FieldType::Text:
+        case FieldType::LongBinary:
+        case FieldType::Memo:
+        case FieldType::Guid:
+            return false;
+    }
+    return false;
+}
+
 int TableDef::FindField(std::string_view name) const {
     for (std::size_t i = 0; i < Fields.size(); ++i)
         if (EqualCaseBlind(Fields[i].Name, name)) return static_cast<int>(i);

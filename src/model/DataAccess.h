@@ -29,6 +29,9 @@ enum class FieldType : std::int16_t {
     Decimal = 20,
 };
 
+/// Whether values of the type are numbers to count and calculate with; Boolean and Date aren't.
+bool IsNumber(FieldType type);
+
 /// "Text", "Currency", ...: for people.
 std::string_view FieldTypeName(FieldType type);
 

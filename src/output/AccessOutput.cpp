@@ -82,7 +82,7 @@ bool AccessOutput::Open(const OutputContext& context) {
                                                                     .fileName = "*.MDB",
                                                                     .defaultExtension = "MDB",
                                                                     .initialFolder = {}},
-                                                                   context.user);
+                                                                   context.user, Replacing::AskLater);
     if (!path) return false;
     if (!Trim(UpperCase(path->string())).ends_with(extension)) {
         user_->Message("You must save the Access Database to a file with an extension of 'MDB'");

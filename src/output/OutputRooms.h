@@ -16,8 +16,8 @@ struct PrinterChoice {
     int copies = 1;
 };
 
-/// Where an output goes. Without a file the user is asked for one, and the answer is taken in capitals, as the
-/// described dialogs do; a file that is named beforehand is taken as it is written.
+/// Where an output goes. Without a file the user is asked for one, and a new file's name is taken in capitals, as
+/// the described dialogs do; a file that is named beforehand is taken as it is written.
 struct OutputTarget {
     std::optional<std::string> file{};
     /// Whether the file of a run that was cancelled or failed stays, well-formed and short, where no file stood before.

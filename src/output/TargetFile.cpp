@@ -9,12 +9,13 @@
 namespace quillform {
 
 std::optional<std::filesystem::path> ChooseTarget(const OutputTarget& target, const FileDialog& dialog,
-                                                  UserInterface& user) {
+                                                  UserInterface& user, Replacing replacing) {
     if (target.file) return TargetPath(*target.file);
     const std::optional<std::string> chosen = user.SaveDialog(dialog);
-    const auto name = chosen ? NameToSave(*chosen, dialog.title, user) : std::nullopt;
-    if (!name) return std::nullopt;
-    return TargetPath(*name);
+    if (!chosen) return std::nullopt;
+    if (replacing == Replacing::AskLater) return TargetPath(SaveNameOf(*chosen));
+    const auto name = NameToSave(*chosen, dialog.title, user);
+    return name ? std::optional(TargetPath(*name)) : std::nullopt;
 }
 
 bool MayLeaveStoppedFile(const std::filesystem::path& path) {

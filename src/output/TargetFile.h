@@ -10,10 +10,13 @@
 
 namespace quillform {
 
-/// The path an output goes to: the named one, or the user's answer to the dialog as NameToSave has it. Empty on
-/// cancel.
+/// Who asks before a file that the dialog didn't ask about is replaced.
+enum class Replacing { AskHere, AskLater };
+
+/// The path an output goes to: the named one, or the file that the user's answer to the dialog stands for. Empty on
+/// cancel, and where a file is to stay.
 std::optional<std::filesystem::path> ChooseTarget(const OutputTarget& target, const FileDialog& dialog,
-                                                  UserInterface& user);
+                                                  UserInterface& user, Replacing replacing = Replacing::AskHere);
 
 /// A text file of single-byte characters with lines that end in carriage return and line feed.
 class TargetFile {

@@ -18,13 +18,17 @@ std::string InCapitals(const std::string& path) {
 
 }  // namespace
 
-std::optional<std::string> NameToSave(const std::string& chosen, std::string_view title, UserInterface& user) {
+std::string SaveNameOf(const std::string& chosen) {
     std::error_code error;
     if (std::filesystem::exists(chosen, error)) return chosen;
     const std::string capitals = InCapitals(chosen);
     const auto namesake = FindFile(capitals);
-    if (!namesake) return capitals;
-    const std::string name = namesake->path.string();
+    return namesake ? namesake->path.string() : capitals;
+}
+
+std::optional<std::string> NameToSave(const std::string& chosen, std::string_view title, UserInterface& user) {
+    std::string name = SaveNameOf(chosen);
+    if (name == chosen || !FindFile(name)) return name;
     // Something may be lost, so that a hasty Enter is a No.
     if (!user.Ask("\"" + name + "\" is there already.  Replace it?", title, MessageIcon::Exclamation)) return {};
     return name;
