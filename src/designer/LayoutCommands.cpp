@@ -120,10 +120,20 @@ void LayoutCommands::DeleteLayout() {
     ClearLayout();
 }
 
+std::filesystem::path LayoutCommands::KeptBefore() const {
+    const std::filesystem::path path = KeptPath();
+    std::error_code error;
+    return std::filesystem::exists(path, error) ? path : std::filesystem::path();
+}
+
+std::filesystem::path LayoutCommands::KeptPath() const {
+    return std::filesystem::path(surface_.Report().strAppPath) / keptName;
+}
+
 void LayoutCommands::KeepUnsaved() {
     const Layout& layout = surface_.Report();
     if (layout.Fields.Count() + layout.Queries.Count() == 0 || !HasChanges()) return;
-    const std::filesystem::path path = std::filesystem::path(layout.strAppPath) / keptName;
+    const std::filesystem::path path = KeptPath();
     try {
         OutputFile file(path);
         file.Write(Cp1252FromUtf8(LayoutText(layout)));

@@ -24,6 +24,8 @@ public:
     const std::string& Caption() const { return caption_; }
     /// Where a layout with changes was kept since the last call; empty if none was dropped.
     std::filesystem::path TakeKept() { return std::exchange(kept_, {}); }
+    /// Where a layout with changes was kept at any time before; empty if there is none.
+    std::filesystem::path KeptBefore() const;
     /// Whether the layout differs from what was last loaded or saved.
     bool HasChanges() const;
 
@@ -46,6 +48,7 @@ public:
 private:
     bool Save();
     void NoteSaved();
+    std::filesystem::path KeptPath() const;
 
     DesignSurface& surface_;
     TextMeasure& measure_;

@@ -1,6 +1,8 @@
 #include "designer/frmCustomReport.h"
 
 #include <QCloseEvent>
+#include <QDateTime>
+#include <QFileInfo>
 #include <QKeyEvent>
 #include <QLabel>
 #include <QMenuBar>
@@ -71,6 +73,10 @@ void frmCustomReport::Form_Activate() {
     if (layoutAtStart_) return AfterLayoutCommand(commands_.LoadLayout(*layoutAtStart_) ? IsLoaded::Yes : IsLoaded::No);
     if (forms_.checkDatabase) forms_.checkDatabase();
     AfterLayoutCommand();
+    // Whoever left the designer without saving comes back to an empty page and looks for his work.
+    if (const auto kept = commands_.KeptBefore(); !kept.empty())
+        ShowKept(kept,
+                 QFileInfo(ToQt(kept.string())).lastModified().toString(QStringLiteral(" of d MMMM yyyy, hh:mm,")));
 }
 
 void frmCustomReport::closeEvent(QCloseEvent* event) {
@@ -135,12 +141,15 @@ void frmCustomReport::AfterLayoutCommand(IsLoaded isLoaded) {
     // A new layout is in portrait and leaves the button as it was; a loaded one shows its own.
     if (isLoaded == IsLoaded::Yes) bar_->ShowOrientation(services_.layout.settings.intOrientation == 0);
     if (!surface_.SelectedItem()) ShowPointed(nullptr, std::nullopt);  // nothing of the layout before
-    if (const auto kept = commands_.TakeKept(); !kept.empty())
-        // The name first: the line may have no room for the folder.
-        statusBar()->showMessage(QStringLiteral("Unsaved changes are kept in %1, folder %2")
-                                     .arg(ToQt(kept.filename().string()), ToQt(kept.parent_path().string())));
+    if (const auto kept = commands_.TakeKept(); !kept.empty()) ShowKept(kept, {});
     ShowChanges();
     if (forms_.showWarnings) forms_.showWarnings();
+}
+
+/// `when` is a part of the sentence. The name comes first: the line may have no room for the folder.
+void frmCustomReport::ShowKept(const std::filesystem::path& file, const QString& when) {
+    statusBar()->showMessage(QStringLiteral("Unsaved changes%1 are kept in %2, folder %3")
+                                 .arg(when, ToQt(file.filename().string()), ToQt(file.parent_path().string())));
 }
 
 void frmCustomReport::Edt_Click(int index) {

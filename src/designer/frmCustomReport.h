@@ -88,6 +88,7 @@ private:
     void ShowForm(const DesignerForms::Form& form);
     enum class IsLoaded { No, Yes };
     void AfterLayoutCommand(IsLoaded isLoaded = IsLoaded::No);
+    void ShowKept(const std::filesystem::path& file, const QString& when);
     void ShowSelection();
     void ShowPointed(const clssFields* item, std::optional<QPointF> place);
     void ShowChanges();

@@ -11,6 +11,7 @@
 #include <QMenuBar>
 #include <QPushButton>
 #include <QScrollBar>
+#include <QStatusBar>
 #include <filesystem>
 
 #include "designer/FormScene.h"
@@ -323,6 +324,7 @@ TEST_F(Commands, ExitAndCloseSayHowTheFormWasLeft) {
     Open();
     EXPECT_EQ(layout.Fields.Count() + layout.Queries.Count(), 0);
     EXPECT_NE(ReadWholeFile(folder.File("UNSAVED.REP")).find("precious"), std::string::npos);
+    EXPECT_TRUE(form->statusBar()->currentMessage().contains(QStringLiteral(", are kept in UNSAVED.REP, folder ")));
     form->close();
     EXPECT_EQ(unloadedByExit, false);
 }
