@@ -26,6 +26,7 @@ void frmCustomReport::ProcessReport(OutputType Flag) {
     if (isRunning_) return;
     isRunning_ = true;
     EnableParts(false);
+    statusBar()->clearMessage();  // of the run before
     try {
         Run(Flag);
     } catch (const RunTimeError& error) {
