@@ -30,6 +30,14 @@ bool HasLoneApostrophe(std::string_view value) {
     return false;
 }
 
+std::string ValueHint(std::string_view value) {
+    return HasLoneApostrophe(value) ? "Write an apostrophe in a value twice: O''Brien." : "";
+}
+
+std::string Joined(const std::string& first, const std::string& second) {
+    return first + (first.empty() || second.empty() ? "" : "\n") + second;
+}
+
 }  // namespace
 
 std::string_view RefusalOf(const QueryEntry& entry) {
@@ -96,25 +104,22 @@ void QueryBuilder::KnowFields(const std::vector<QueryTable>& tables) {
         for (const QueryTable::Row& row : table.rows) fields_.emplace(row.id, row.text);
 }
 
+std::string QueryBuilder::Hint(const QueryEntry& entry) const {
+    const std::string field = IsBlank(entry.field) ? std::string() : FieldHint(code_, entry.field);
+    return Joined(field, ValueHint(entry.value));
+}
+
 std::string QueryBuilder::LineHint(int position) const {
     const clssQuery& line = Lines().Item(position);
-    return HintOf(line.Code, line.Text, line.Value);
+    return Joined(FieldHint(line.Code, line.Text), ValueHint(line.Value));
 }
 
 std::string QueryBuilder::FieldHint(std::int16_t code, std::string_view text) const {
-    if (IsBlank(text)) return {};
     if (code < 1) return "No field is picked in the tree: reports leave the line out.";
     const auto field = fields_.find(code);
     if (field == fields_.end()) return "The database has no such field: reports leave the line out.";
     if (Trim(field->second) == Trim(text)) return {};
     return "The line asks for the field \"" + field->second + "\", whatever name stands here.";
-}
-
-std::string QueryBuilder::HintOf(std::int16_t code, std::string_view text, std::string_view value) const {
-    std::string hint = FieldHint(code, text);
-    if (HasLoneApostrophe(value))
-        hint += std::string(hint.empty() ? "" : "\n") + "Write an apostrophe in a value twice: O''Brien.";
-    return hint;
 }
 
 }  // namespace quillform::dialogs

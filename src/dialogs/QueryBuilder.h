@@ -63,13 +63,12 @@ public:
     void KnowFields(const std::vector<QueryTable>& tables);
     /// What the entry would do in a report, or a line does, that its writer may not expect; empty if nothing. Lines of
     /// another database's query file ask for other fields, or for none.
-    std::string Hint(const QueryEntry& entry) const { return HintOf(code_, entry.field, entry.value); }
+    std::string Hint(const QueryEntry& entry) const;
     std::string LineHint(int position) const;
 
 private:
     bool Exchange(int upper);
     std::string FieldHint(std::int16_t code, std::string_view text) const;
-    std::string HintOf(std::int16_t code, std::string_view text, std::string_view value) const;
 
     collQuery& queries_;
     std::optional<collQuery> own_;

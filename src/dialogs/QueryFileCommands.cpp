@@ -43,7 +43,15 @@ StepEnd QueryFileCommands::Load(collQuery& lines) {
         user_.Message("You've entered an invalid path or filename.");
         return StepEnd::Left;
     }
-    return RunHandled(errors_, where, [&] { LoadQueries(*chosen, lines); });
+    return RunHandled(errors_, where, [&] {
+        try {
+            LoadQueries(*chosen, lines);
+        } catch (const RunTimeError& error) {
+            // A picture or a program was chosen by mistake: nothing to end the program for.
+            if (error.Number() != ErrorNumber::InvalidFileFormat) throw;
+            user_.Message(error.what());
+        }
+    });
 }
 
 StepEnd QueryFileCommands::Save(const collQuery& lines) {

@@ -30,7 +30,11 @@ bool ReadQuery(std::string_view line, clssQuery& query) {
 int LoadQueries(const std::string& fileName, collQuery& queries) {
     const std::optional<ResolvedPath> found = FindFile(fileName);
     if (!found) throw RunTimeError(ErrorNumber::FileNotFound, "You've entered an invalid path or filename.");
-    const std::string text = Utf8FromCp1252(ReadWholeFile(found->path));
+    const std::string bytes = ReadWholeFile(found->path);
+    if (bytes.find('\0') != std::string::npos)
+        throw RunTimeError(ErrorNumber::InvalidFileFormat,
+                           "\"" + fileName + "\" is no query file: it isn't made of text.");
+    const std::string text = Utf8FromCp1252(bytes);
     const std::string_view all = text;
     std::vector<clssQuery> lines;  // added only once all of them are read
     for (std::size_t start = 0, number = 1; start < all.size(); ++number) {
