@@ -2,6 +2,7 @@
 
 #include <QKeyEvent>
 #include <QLineEdit>
+#include <QTreeWidgetItemIterator>
 #include <utility>
 
 namespace quillform {
@@ -29,6 +30,35 @@ protected:
 private:
     QTreeWidget& tree_;
     std::function<void(QTreeWidgetItem&)> click_;
+};
+
+/// The first row in view, or null.
+QTreeWidgetItem* FirstMatch(QTreeWidget& tree) {
+    const auto wanted = QTreeWidgetItemIterator::NoChildren | QTreeWidgetItemIterator::NotHidden;
+    return *QTreeWidgetItemIterator(&tree, wanted);
+}
+
+/// Down and Enter lead from the search to what it found.
+class SearchKeys : public QObject {
+public:
+    SearchKeys(QLineEdit& find, QTreeWidget& tree) : QObject(&find), find_(find), tree_(tree) {
+        find.installEventFilter(this);
+    }
+
+protected:
+    bool eventFilter(QObject*, QEvent* event) override {
+        if (event->type() != QEvent::KeyPress) return false;
+        const int key = static_cast<QKeyEvent*>(event)->key();
+        if (key != Qt::Key_Return && key != Qt::Key_Enter && key != Qt::Key_Down) return false;
+        if (!find_.text().isEmpty())
+            if (QTreeWidgetItem* const found = FirstMatch(tree_)) tree_.setCurrentItem(found);
+        tree_.setFocus();
+        return true;
+    }
+
+private:
+    QLineEdit& find_;
+    QTreeWidget& tree_;
 };
 
 void ShowMatches(QTreeWidget& tree, const QString& wanted) {
@@ -68,6 +98,7 @@ QLineEdit* NewFieldSearch(QTreeWidget& tree) {
     find->setClearButtonEnabled(true);
     QObject::connect(find, &QLineEdit::textChanged, &tree,
                      [&tree](const QString& wanted) { ShowMatches(tree, wanted); });
+    new SearchKeys(*find, tree);
     return find;
 }
 

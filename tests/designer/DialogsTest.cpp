@@ -82,6 +82,9 @@ TEST_F(Dialogs, ALeafOfTheTreePutsItsFieldOnTheLayoutAndTakesItOff) {
         EXPECT_FALSE(loose->isHidden());
         EXPECT_TRUE(loose->child(0)->isHidden());
         EXPECT_FALSE(loose->child(6)->isHidden());
+        quillform::Press(Qt::Key_Return);
+        EXPECT_TRUE(tree.hasFocus());
+        EXPECT_EQ(tree.currentItem(), loose->child(6));
         quillform::Click(Named<QPushButton>(window, "DoneCmd"));
     }});
     dialog.exec();
