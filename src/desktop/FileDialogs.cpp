@@ -3,6 +3,7 @@
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QRegularExpression>
+#include <utility>
 
 #include "platform/Paths.h"
 #include "support/frmText.h"
@@ -45,6 +46,44 @@ QString NameFilter(const QString& text, const QString& patterns) {
     const QString name = TextBefore(text);
     return (name.isEmpty() ? patterns : name) + QStringLiteral(" (") + BothCases(patterns).join(u' ') +
            QStringLiteral(")");
+}
+
+/// A dialog for a file that is there. It finds files as the rest of the program does: in any case, and without the
+/// extension that they were saved with.
+class OpenFileDialog : public QFileDialog {
+public:
+    OpenFileDialog(QWidget* owner, QString extension) : QFileDialog(owner), extension_(std::move(extension)) {}
+
+    /// The file that a typed name meant; empty if it was there as typed.
+    const QString& Meant() const { return meant_; }
+
+protected:
+    void accept() override {
+        const QStringList chosen = selectedFiles();
+        if (chosen.size() != 1 || !FindMeant(chosen.front())) return QFileDialog::accept();
+        QDialog::accept();
+    }
+
+private:
+    bool FindMeant(const QString& typed) {
+        if (QFileInfo::exists(typed)) return false;
+        for (const QString& name : {typed, typed + u'.' + extension_}) {
+            const auto found = FindFile(FromQt(name));
+            if (!found) continue;
+            meant_ = ToQt(found->path.string());
+            return true;
+        }
+        return false;
+    }
+
+    QString extension_;
+    QString meant_;
+};
+
+/// Of "*.QRY", the name that a dialog proposes, if it has none of its own.
+QString ExtensionOf(const FileDialog& dialog) {
+    if (!dialog.defaultExtension.empty()) return ToQt(dialog.defaultExtension);
+    return QFileInfo(ToQt(dialog.fileName)).suffix();
 }
 
 /// A proposed name such as "*.TXT" only says what is looked for.
@@ -104,10 +143,11 @@ std::optional<std::string> ShowSaveDialog(const FileDialog& dialog, QWidget* own
 }
 
 std::optional<std::string> ShowOpenDialog(const FileDialog& dialog, QWidget* owner) {
-    QFileDialog shown(owner);
+    OpenFileDialog shown(owner, ExtensionOf(dialog));
     shown.setAcceptMode(QFileDialog::AcceptOpen);
     shown.setFileMode(QFileDialog::ExistingFile);
-    return Show(shown, dialog);
+    const std::optional<std::string> chosen = Show(shown, dialog);
+    return chosen && !shown.Meant().isEmpty() ? FromQt(shown.Meant()) : chosen;
 }
 
 }  // namespace quillform

@@ -107,6 +107,13 @@ TEST(DesktopUser, FilesAreChosen) {
         }});
         EXPECT_EQ(user.OpenDialog(dialog), folder.File("dues.rep"));
     }
+    for (const char* meant : {"DUES.rep", "Dues"}) {
+        const Driver driver({[&](QWidget&) {
+            Type(meant);
+            Press(Qt::Key_Return);
+        }});
+        EXPECT_EQ(user.OpenDialog(dialog), folder.File("dues.rep"));
+    }
     {
         const Driver driver({[](QWidget&) {
             Type("r\xC3\xA4port");  // gets the extension
