@@ -14,6 +14,7 @@
 #include "engine/ReportRun.h"
 #include "platform/Numbers.h"
 #include "platform/Text.h"
+#include "support/TwipScale.h"
 #include "support/frmControls.h"
 #include "support/frmFieldTree.h"
 #include "support/frmSizeForm.h"

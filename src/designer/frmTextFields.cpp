@@ -10,6 +10,7 @@
 #include <algorithm>
 
 #include "platform/Text.h"
+#include "support/TwipScale.h"
 #include "support/frmControls.h"
 #include "support/frmSizeForm.h"
 #include "support/frmText.h"

@@ -10,6 +10,7 @@
 
 #include "dialogs/PaperSizes.h"
 #include "dialogs/frmReportOptions.h"
+#include "support/TwipScale.h"
 #include "support/frmControls.h"
 #include "support/frmKeyFilters.h"
 #include "support/frmSizeForm.h"

@@ -279,11 +279,6 @@ bool frmReportQuery::eventFilter(QObject* watched, QEvent* event) {
         return true;
     }
     if (isOverride) return false;
-    const bool isEnter = key.key() == Qt::Key_Return || key.key() == Qt::Key_Enter;
-    if (auto* const button = qobject_cast<QPushButton*>(watched); button != nullptr && isEnter) {
-        button->click();
-        return true;
-    }
     if (watched == Formulas_ && key.key() == Qt::Key_Delete) {
         DelCmd_Click();
         return true;

@@ -7,6 +7,7 @@
 #include <QTreeWidget>
 
 #include "dialogs/frmReportQuery.h"
+#include "support/TwipScale.h"
 #include "support/frmControls.h"
 #include "support/frmFieldTree.h"
 #include "support/frmKeyFilters.h"
@@ -68,6 +69,7 @@ void frmReportQuery::MakeParts() {
     hint_->setWordWrap(true);
     hint_->setTextFormat(Qt::PlainText);
     hint_->setAlignment(Qt::AlignTop);
+    hint_->setMinimumHeight(3 * hint_->fontMetrics().lineSpacing());  // of a form made as small as it gets
     Formulas_ = new QListWidget;
     Formulas_->setObjectName(QStringLiteral("Formulas"));
     Formulas_->setAccessibleName(QStringLiteral("Lines of the query"));

@@ -13,6 +13,7 @@
 
 #include "dialogs/frmDataControl.h"
 #include "dialogs/frmMeasureBoxes.h"
+#include "support/TwipScale.h"
 #include "support/frmControls.h"
 #include "support/frmSizeForm.h"
 #include "support/frmText.h"
@@ -115,7 +116,6 @@ QWidget* frmStockCodeTable::MakeDoor() {
     row->setContentsMargins(0, 0, 0, 0);
     row->setSpacing(margin);
     auto* const frmReports = NewButton("frmReports", "Reports");
-    frmReports->setAutoDefault(true);
     frmReports->setIcon(QApplication::windowIcon());
     frmReports->setIconSize(doorIcon);
     frmReports->setMinimumHeight(doorIcon.height() + margin);
@@ -133,7 +133,6 @@ QWidget* frmStockCodeTable::MakeButtons() {
     row->setContentsMargins(0, 0, 0, 0);
     const auto add = [&](const char* name, const char* caption, void (frmStockCodeTable::*click)()) {
         auto* const button = NewButton(name, caption);
-        button->setAutoDefault(true);
         connect(button, &QPushButton::clicked, this, click);
         row->addWidget(button);
         return button;

@@ -271,7 +271,11 @@ TEST_F(OptionsForm, TabsAreTurnedFromTheButtonsToo) {
 TEST_F(OptionsForm, LeavingStoresNothing) {
     scene.MakeDatabase();
     const ReportSettings before = settings;
-    const Step ways[] = {[&] { PressButton("XitCmd"); }, [&] { Press(*form, Qt::Key_Escape); }, [&] { form->close(); }};
+    const Step ways[] = {[&] { PressButton("XitCmd"); }, [&] { Press(*form, Qt::Key_Escape); }, [&] { form->close(); },
+                         [&] {
+                             Part<QWidget>("XitCmd").setFocus();
+                             Press(Qt::Key_Return);
+                         }};
     for (const Step& leave : ways) {
         Show([&] {
             Mark(Option("RptOpt_4"));
