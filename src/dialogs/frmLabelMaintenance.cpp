@@ -17,7 +17,9 @@
 #include "dialogs/TellFailure.h"
 #include "dialogs/frmMeasureBoxes.h"
 #include "dialogs/frmSheetPicture.h"
+#include "support/TwipScale.h"
 #include "support/frmControls.h"
+#include "support/frmScrollPage.h"
 #include "support/frmSizeForm.h"
 #include "support/frmText.h"
 
@@ -29,6 +31,8 @@ constexpr std::size_t descriptionBox = labelMeasures.size();
 constexpr int longestDescription = 50;
 constexpr int noPaper = -1;  // index in the list
 constexpr int linesOfNote = 3;
+constexpr int leastPaperText = 18;          // characters, on a screen that is too small for all
+constexpr double leastPictureWidth = 1800;  // twips
 
 int LimitOf(std::size_t box) { return box == descriptionBox ? longestDescription : longestMeasure; }
 
@@ -57,12 +61,18 @@ frmLabelMaintenance::frmLabelMaintenance(std::string databasePath, UserInterface
     Picture1->setObjectName(QStringLiteral("Picture1"));
     auto* const rows = new QVBoxLayout(Picture1);
     rows->setContentsMargins(0, 0, 0, 0);
-    auto* const halves = new QHBoxLayout;
-    halves->addWidget(MakeBoxes());
+    auto* const style = new QVBoxLayout;
+    style->addWidget(MakeBoxes());
+    style->addLayout(MakeMoves());
+    style->addStretch(1);
+    auto* const page = new QWidget;
+    auto* const halves = new QHBoxLayout(page);
+    halves->setContentsMargins(0, 0, 0, 0);
+    halves->addLayout(style);
     halves->addSpacing(halves->spacing());
     halves->addWidget(MakePicture(), 1);
-    rows->addLayout(halves, 1);
-    rows->addWidget(MakeButtons());
+    rows->addWidget(new frmScrollPage(page), 1);
+    rows->addLayout(MakeButtons());
     (new QVBoxLayout(this))->addWidget(Picture1);
     Form_Load();
 }
@@ -80,10 +90,15 @@ QWidget* frmLabelMaintenance::MakeBoxes() {
     Custom_[descriptionBox] = description;
     cmbPaperSize_ = new QComboBox;
     cmbPaperSize_->setObjectName(QStringLiteral("cmbPaperSize"));
+    cmbPaperSize_->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
+    cmbPaperSize_->setMinimumContentsLength(leastPaperText);
     const QString paperCaption = QStringLiteral("Paper Size:");
     cmbPaperSize_->setAccessibleName(paperCaption);
     rows->addRow(paperCaption, cmbPaperSize_);
-    description->setMinimumWidth(description->fontMetrics().averageCharWidth() * (longestDescription + 2));
+    // Room for the longest description, which a small screen needn't give.
+    const int whole = description->fontMetrics().averageCharWidth() * (longestDescription + 2);
+    rows->setItem(rows->rowCount(), QFormLayout::FieldRole,
+                  new QSpacerItem(whole, 0, QSizePolicy::Preferred, QSizePolicy::Fixed));
     for (QLineEdit* const box : Custom_) ReadableAlways(*box);
     ReadableAlways(*cmbPaperSize_);
     for (QLineEdit* const box : Custom_) connect(box, &QLineEdit::textChanged, this, &frmLabelMaintenance::ShowSheet);
@@ -93,6 +108,7 @@ QWidget* frmLabelMaintenance::MakeBoxes() {
 
 QWidget* frmLabelMaintenance::MakePicture() {
     sheetPicture_ = new frmSheetPicture;
+    sheetPicture_->setMinimumWidth(TwipScale::ToPixels(leastPictureWidth));
     sheetNote_ = new QLabel;
     sheetNote_->setObjectName(QStringLiteral("sheetNote"));
     sheetNote_->setTextFormat(Qt::PlainText);
@@ -107,38 +123,44 @@ QWidget* frmLabelMaintenance::MakePicture() {
     return picture;
 }
 
-QWidget* frmLabelMaintenance::MakeButtons() {
-    auto* const row = new QHBoxLayout;
-    row->setContentsMargins(0, 0, 0, 0);
-    const auto add = [&](const char* name, const char* caption, void (frmLabelMaintenance::*click)()) {
-        auto* const button = NewButton(name, caption);
-        connect(button, &QPushButton::clicked, this, click);
-        row->addWidget(button);
-        return button;
-    };
-    cmdPrev_ = add("cmdPrev", "Prev>>", &frmLabelMaintenance::cmdPrev_Click);
-    cmdNext_ = add("cmdNext", "<<Next", &frmLabelMaintenance::cmdNext_Click);
-    position_ = new QLabel;
-    position_->setObjectName(QStringLiteral("position"));
-    position_->setAlignment(Qt::AlignCenter);
-    position_->setMinimumWidth(position_->fontMetrics().horizontalAdvance(QStringLiteral("9999 of 9999")));
-    row->addWidget(position_, 1);
-    cmdAdd_ = add("cmdAdd", "Add", &frmLabelMaintenance::cmdAdd_Click);
-    cmdUpdate_ = add("cmdUpdate", "Update", &frmLabelMaintenance::cmdUpdate_Click);
-    cmdDelete_ = add("cmdDelete", "Delete", &frmLabelMaintenance::cmdDelete_Click);
-    cmdSave_ = add("cmdSave", "Save", &frmLabelMaintenance::cmdSave_Click);
-    add("cmdExit", "Exit", &frmLabelMaintenance::cmdExit_Click);
-    const auto press = [this](Qt::Key key, QPushButton* button, const char* tip) {
+QPushButton* frmLabelMaintenance::NewCommand(const char* name, const char* caption, Command click) {
+    auto* const button = NewButton(name, caption);
+    connect(button, &QPushButton::clicked, this, click);
+    return button;
+}
+
+QLayout* frmLabelMaintenance::MakeMoves() {
+    const auto add = [this](const char* name, const char* caption, Command click, Qt::Key key, const char* tip) {
+        auto* const button = NewCommand(name, caption, click);
         // At once, also while the key is held down; a button's own shortcut first shows it pressed.
         new QShortcut(QKeySequence(key), this, button, &QPushButton::click);
         button->setToolTip(QStringLiteral("%1 (%2)").arg(QString::fromLatin1(tip),
                                                          QKeySequence(key).toString(QKeySequence::NativeText)));
+        return button;
     };
-    press(Qt::Key_PageUp, cmdPrev_, "Previous label style");
-    press(Qt::Key_PageDown, cmdNext_, "Next label style");
-    auto* const buttons = new QWidget;
-    buttons->setLayout(row);
-    return buttons;
+    cmdPrev_ = add("cmdPrev", "Prev>>", &frmLabelMaintenance::cmdPrev_Click, Qt::Key_PageUp, "Previous label style");
+    cmdNext_ = add("cmdNext", "<<Next", &frmLabelMaintenance::cmdNext_Click, Qt::Key_PageDown, "Next label style");
+    position_ = new QLabel;
+    position_->setObjectName(QStringLiteral("position"));
+    position_->setAlignment(Qt::AlignCenter);
+    position_->setMinimumWidth(position_->fontMetrics().horizontalAdvance(QStringLiteral("9999 of 9999")));
+    auto* const row = new QHBoxLayout;
+    row->addWidget(cmdPrev_);
+    row->addWidget(position_, 1);
+    row->addWidget(cmdNext_);
+    return row;
+}
+
+QLayout* frmLabelMaintenance::MakeButtons() {
+    cmdAdd_ = NewCommand("cmdAdd", "Add", &frmLabelMaintenance::cmdAdd_Click);
+    cmdUpdate_ = NewCommand("cmdUpdate", "Update", &frmLabelMaintenance::cmdUpdate_Click);
+    cmdDelete_ = NewCommand("cmdDelete", "Delete", &frmLabelMaintenance::cmdDelete_Click);
+    cmdSave_ = NewCommand("cmdSave", "Save", &frmLabelMaintenance::cmdSave_Click);
+    auto* const row = new QHBoxLayout;
+    for (QPushButton* const button : {cmdAdd_, cmdUpdate_, cmdDelete_, cmdSave_}) row->addWidget(button);
+    row->addStretch(1);
+    row->addWidget(NewCommand("cmdExit", "Exit", &frmLabelMaintenance::cmdExit_Click));
+    return row;
 }
 
 void frmLabelMaintenance::Form_Load() {
@@ -236,12 +258,12 @@ LabelStyle frmLabelMaintenance::Entered() const {
     return style;
 }
 
-/// Shows what was stored, which may differ from what was typed, and may be an older style of the same description.
+/// Shows what was stored, which may differ from what was typed, and may be an older style of the same description. The
+/// keyboard, which would go from the box that is disabled to Exit, goes where the next style begins.
 void frmLabelMaintenance::cmdSave_Click() {
-    if (DoneOrTold(user_, [this] { styles_.Save(Entered()); }))
-        ShowLabelStyle();
-    else
-        ShowState();
+    if (!DoneOrTold(user_, [this] { styles_.Save(Entered()); })) return ShowState();
+    ShowLabelStyle();
+    cmdAdd_->setFocus();
 }
 
 void frmLabelMaintenance::cmdDelete_Click() {

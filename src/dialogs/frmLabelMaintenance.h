@@ -36,7 +36,10 @@ protected:
 private:
     QWidget* MakeBoxes();
     QWidget* MakePicture();
-    QWidget* MakeButtons();
+    using Command = void (frmLabelMaintenance::*)();
+    QPushButton* NewCommand(const char* name, const char* caption, Command click);
+    QLayout* MakeMoves();
+    QLayout* MakeButtons();
 
     void Form_Load();
     void Form_Activate();

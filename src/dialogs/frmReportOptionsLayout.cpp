@@ -13,6 +13,7 @@
 #include "support/TwipScale.h"
 #include "support/frmControls.h"
 #include "support/frmKeyFilters.h"
+#include "support/frmScrollPage.h"
 #include "support/frmSizeForm.h"
 #include "support/frmText.h"
 
@@ -183,11 +184,14 @@ QWidget* frmReportOptions::MakePicture1() {
 void frmReportOptions::LayOut() {
     SSTab1_ = new QTabWidget;
     SSTab1_->setObjectName(QStringLiteral("SSTab1"));
-    SSTab1_->addTab(OutputTypeTab(), QStringLiteral("Output Type"));
-    SSTab1_->addTab(GroupingTab(), ToQt(groupingTab));
-    SSTab1_->addTab(DatabaseTab(), QStringLiteral("Database"));
-    SSTab1_->addTab(PaperSizeTab(), QStringLiteral("Paper Size"));
-    SSTab1_->addTab(LabelTypeTab(), ToQt(labelTab));
+    const auto addTab = [this](QWidget* page, const QString& caption) {
+        SSTab1_->addTab(new frmScrollPage(page), caption);
+    };
+    addTab(OutputTypeTab(), QStringLiteral("Output Type"));
+    addTab(GroupingTab(), ToQt(groupingTab));
+    addTab(DatabaseTab(), QStringLiteral("Database"));
+    addTab(PaperSizeTab(), QStringLiteral("Paper Size"));
+    addTab(LabelTypeTab(), ToQt(labelTab));
     auto* const rows = new QVBoxLayout(this);
     rows->addWidget(SSTab1_, 1);
     rows->addWidget(MakePicture1());

@@ -96,6 +96,12 @@ QLineEdit* NewFieldSearch(QTreeWidget& tree) {
     find->setPlaceholderText(QStringLiteral("Find a field"));
     find->setAccessibleName(find->placeholderText());
     find->setClearButtonEnabled(true);
+    // Some dark desktops leave the ink for this at black.
+    QPalette palette = find->palette();
+    QColor ink = palette.color(QPalette::Text);
+    ink.setAlphaF(0.5F);
+    palette.setColor(QPalette::PlaceholderText, ink);
+    find->setPalette(palette);
     QObject::connect(find, &QLineEdit::textChanged, &tree,
                      [&tree](const QString& wanted) { ShowMatches(tree, wanted); });
     new SearchKeys(*find, tree);

@@ -77,6 +77,7 @@ TEST_F(LabelMaintenance, AnEmptyTableOpensInTheEnteringState) {
     EXPECT_EQ(scene->Stored("Paper Size"), Texts{"1"});
     EXPECT_EQ(Box(7).text(), QStringLiteral("0"));
     EXPECT_EQ(Box(4).text(), QStringLiteral("0.5"));
+    EXPECT_EQ(form->focusWidget(), &Named<QWidget>(*form, "cmdAdd"));  // and not Exit, for one Enter too many
     Press(Qt::Key_Escape);
     EXPECT_FALSE(form->isVisible());
 }
@@ -97,6 +98,14 @@ TEST_F(LabelMaintenance, PrevAndNextGoToTheEnds) {
     EXPECT_EQ(Named<QLabel>(*form, "position").text(), QStringLiteral("3 of 3"));
     Press(Qt::Key_PageUp);
     EXPECT_EQ(Description(), "B");
+}
+
+/// 1024 by 768 pixels at double scale, less a title and a task bar.
+TEST_F(LabelMaintenance, ASmallScreenHasRoom) {
+    Open({"A"});
+    EXPECT_LE(form->minimumSizeHint().width(), 512);
+    EXPECT_LE(form->minimumSizeHint().height(), 340);
+    EXPECT_GE(Box(8).width(), Box(8).fontMetrics().averageCharWidth() * 50);  // where there is more
 }
 
 TEST_F(LabelMaintenance, BoxesTakeTheirLimitAndShowWhatIsLonger) {

@@ -7,6 +7,8 @@
 #include <QLineEdit>
 #include <QListWidget>
 #include <QRadioButton>
+#include <QScrollArea>
+#include <QScrollBar>
 #include <QTabWidget>
 
 #include "ScriptedUser.h"
@@ -103,6 +105,26 @@ protected:
     std::function<void(QWidget&)> labelStyles;
     frmReportOptions* form = nullptr;
 };
+
+/// 1024 by 768 pixels at double scale, less a title and a task bar.
+TEST_F(OptionsForm, ASmallScreenScrollsAndALargeOneDoesNot) {
+    Show([&] {
+        EXPECT_LE(form->minimumSizeHint().width(), 512);
+        EXPECT_LE(form->minimumSizeHint().height(), 340);
+        const auto scrolls = [&](Tab tab) {
+            Go(tab);
+            QCoreApplication::processEvents();
+            const auto& page = dynamic_cast<QScrollArea&>(*Part<QTabWidget>("SSTab1").currentWidget());
+            return page.verticalScrollBar()->maximum() > 0 || page.horizontalScrollBar()->maximum() > 0;
+        };
+        for (const Tab tab : {OutputType, Grouping, DatabaseTab, PaperSizeTab, LabelType}) EXPECT_FALSE(scrolls(tab));
+        form->resize(512, 340);
+        EXPECT_TRUE(scrolls(Grouping));
+        Box("CharChange_1").setFocus();
+        EXPECT_TRUE(Box("CharChange_1").visibleRegion().boundingRect() == Box("CharChange_1").rect());
+        PressButton("XitCmd");
+    });
+}
 
 TEST_F(OptionsForm, EveryTabIsShownAndStored) {
     scene.MakeDatabase();
