@@ -14,6 +14,7 @@
 #include <utility>
 
 #include "dialogs/TellFailure.h"
+#include "support/frmControls.h"
 #include "support/frmSizeForm.h"
 #include "support/frmText.h"
 
@@ -34,6 +35,7 @@ std::optional<int> SelectedIn(const QButtonGroup& group) {
 bool Select(const QButtonGroup& group, const std::optional<int>& index) {
     QAbstractButton* const button = index ? group.button(*index) : nullptr;
     if (button != nullptr) button->setChecked(true);
+    TabToChecked(group);
     return button != nullptr;
 }
 
@@ -132,6 +134,7 @@ void frmReportOptions::ShowMeasures(const std::array<std::string, labelMeasures.
 void frmReportOptions::OfferAllOutputs(bool offered) {
     for (int i = labelOptionCount; i < static_cast<int>(outputCaptions.size()); ++i)
         RptOpt_->button(i)->setEnabled(offered);
+    TabToChecked(*RptOpt_);
 }
 
 void frmReportOptions::RptOpt_Click(int Index) {

@@ -38,4 +38,11 @@ QPushButton* NewButton(const char* name, const char* caption) {
     return button;
 }
 
+void TabToChecked(const QButtonGroup& group) {
+    const QAbstractButton* const checked = group.checkedButton();
+    const bool leads = checked != nullptr && checked->isEnabled();
+    for (QAbstractButton* const option : group.buttons())
+        option->setFocusPolicy(!leads || option == checked ? Qt::StrongFocus : Qt::ClickFocus);
+}
+
 }  // namespace quillform

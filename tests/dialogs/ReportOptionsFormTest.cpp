@@ -9,6 +9,7 @@
 #include <QRadioButton>
 #include <QScrollArea>
 #include <QScrollBar>
+#include <QTabBar>
 #include <QTabWidget>
 
 #include "ScriptedUser.h"
@@ -122,6 +123,28 @@ TEST_F(OptionsForm, ASmallScreenScrollsAndALargeOneDoesNot) {
         EXPECT_TRUE(scrolls(Grouping));
         Box("CharChange_1").setFocus();
         EXPECT_TRUE(Box("CharChange_1").visibleRegion().boundingRect() == Box("CharChange_1").rect());
+        PressButton("XitCmd");
+    });
+}
+
+TEST_F(OptionsForm, TheKeyboardChoosesFromTheOptionThatIsSet) {
+    settings.intOutputType = 4;
+    settings.boolLabels = false;
+    Show([&] {
+        Part<QTabWidget>("SSTab1").tabBar()->setFocus();
+        Press(Qt::Key_Tab);
+        EXPECT_EQ(Focus(), "RptOpt_4");
+        Press(Qt::Key_Up);
+        EXPECT_TRUE(Option("RptOpt_3").isChecked());
+        Press(Qt::Key_Tab);
+        EXPECT_EQ(Focus(), "cmdBrowse");  // past the other options
+        PressButton("XitCmd");
+    });
+    settings.boolLabels = true;  // what is set can't be chosen any more
+    Show([&] {
+        Part<QTabWidget>("SSTab1").tabBar()->setFocus();
+        Press(Qt::Key_Tab);
+        EXPECT_EQ(Focus(), "RptOpt_0");
         PressButton("XitCmd");
     });
 }
