@@ -50,7 +50,7 @@ bool LayoutCommands::OpenLayout() {
 bool LayoutCommands::LoadLayout(const std::string& fileName) {
     Layout& layout = surface_.Report();
     const bool isThere = FindFile(fileName).has_value();
-    if (isThere) KeepUnsaved();
+    if (isThere && !KeepUnsaved()) return false;
     const LoadOptions options{.checkDatabase =
                                   [this] {
                                       // What the check shows stands over the new page, not over the old one's pictures.
@@ -101,7 +101,7 @@ bool LayoutCommands::Save() {
 }
 
 void LayoutCommands::ClearLayout() {
-    KeepUnsaved();
+    if (!KeepUnsaved()) return;
     surface_.ClearLayout();
     caption_ = newCaption;
     NoteSaved();
@@ -130,17 +130,20 @@ std::filesystem::path LayoutCommands::KeptPath() const {
     return std::filesystem::path(surface_.Report().strAppPath) / keptName;
 }
 
-void LayoutCommands::KeepUnsaved() {
+bool LayoutCommands::KeepUnsaved() {
     const Layout& layout = surface_.Report();
-    if (layout.Fields.Count() + layout.Queries.Count() == 0 || !HasChanges()) return;
+    if (layout.Fields.Count() + layout.Queries.Count() == 0 || !HasChanges()) return true;
     const std::filesystem::path path = KeptPath();
     try {
         OutputFile file(path);
         file.Write(Cp1252FromUtf8(LayoutText(layout)));
         file.Commit();
         kept_ = path;
+        return true;
     } catch (const RunTimeError& error) {
-        user_.Warn("The changes of the layout before couldn't be kept.  " + std::string(error.what()));
+        return user_.Ask("The layout's changes aren't saved and can't be kept.  " + std::string(error.what()) +
+                             "  Go on without them?",
+                         "Unsaved Changes", MessageIcon::Exclamation);
     }
 }
 

@@ -42,8 +42,9 @@ public:
     /// Asks, removes the layout's file if it has one, and clears the surface. A file that can't be removed is told, and
     /// the layout stays.
     void DeleteLayout();
-    /// For a layout that is dropped by closing the form.
-    void KeepUnsaved();
+    /// For a layout that is dropped by closing the form. False if its changes can't be kept and the user, asked, would
+    /// rather stay; then New and Open leave everything as it is, too.
+    bool KeepUnsaved();
 
 private:
     bool Save();

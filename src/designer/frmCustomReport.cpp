@@ -86,7 +86,11 @@ void frmCustomReport::closeEvent(QCloseEvent* event) {
         event->ignore();
         return;
     }
-    commands_.KeepUnsaved();
+    if (!commands_.KeepUnsaved()) {
+        isExit_ = false;
+        event->ignore();
+        return;
+    }
     event->accept();
     Q_EMIT Unloaded(isExit_);
 }

@@ -244,6 +244,23 @@ TEST_F(Commands, ADroppedLayoutWithChangesIsKept) {
     EXPECT_FALSE(fs::exists(folder.File("UNSAVED.REP")));
 }
 
+TEST_F(Commands, ChangesThatCannotBeKeptAreNotDroppedUnasked) {
+    Open();
+    fs::create_directory(folder.File("UNSAVED.REP"));  // in the way
+    Add(0, 0, 10, "precious", 0);
+    Key(Qt::Key_N, Qt::ControlModifier);
+    EXPECT_EQ(layout.Fields.Count(), 1);
+    Key(Qt::Key_X, Qt::ControlModifier);
+    EXPECT_TRUE(form->isVisible());
+    ASSERT_EQ(user.questions.size(), 2U);
+    EXPECT_NE(user.questions[0].find("can't be kept.  \""), std::string::npos) << user.questions[0];
+    EXPECT_NE(user.questions[0].find("UNSAVED.REP"), std::string::npos);
+    user.answer = true;
+    form->close();
+    EXPECT_FALSE(form->isVisible());
+    EXPECT_EQ(unloadedByExit, false);
+}
+
 TEST_F(Commands, FontNeedsAnItem) {
     Open();
     Add(0, 0, 10);
