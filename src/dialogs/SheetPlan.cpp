@@ -53,7 +53,8 @@ std::string SizeProblem(const Measures& m, const SheetPlan& plan) {
 }
 
 std::string PaperProblem(std::optional<int> paper) {
-    if (paper.value_or(0) == 0) return "No paper size is chosen; such labels are printed on Letter paper.";
+    if (!paper) return "No paper size is chosen; such labels are printed on Letter paper.";
+    if (*paper == 0) return "The style is stored without a paper size; such labels are printed on Letter paper.";
     if (std::ranges::find(paperSizes, *paper, &PaperSize::number) != paperSizes.end()) return {};
     return "No paper here has the stored number " + std::to_string(*paper) +
            "; such labels are printed on Letter paper.";
@@ -98,8 +99,8 @@ SheetPlan PlanSheet(const LabelStyle& style) {
                            [](const std::string& text) { return StoredMeasure(text).value_or(0); });
     for (const Box count : {Across, Down}) measures[count] = RoundHalfEven(measures[count]);
     PlaceLabels(measures, plan);
-    for (const std::string& problem : {ReadingProblem(style.measures), NumbersProblem(measures),
-                                       SizeProblem(measures, plan), PaperProblem(style.paper)}) {
+    for (const std::string& problem : {ReadingProblem(style.measures), PaperProblem(style.paper),
+                                       NumbersProblem(measures), SizeProblem(measures, plan)}) {
         if (problem.empty()) continue;
         plan.isWrong = true;
         plan.sentence = problem;

@@ -36,7 +36,6 @@ constexpr double leastPictureWidth = 1800;  // twips
 
 int LimitOf(std::size_t box) { return box == descriptionBox ? longestDescription : longestMeasure; }
 
-/// A paper that the list doesn't have is shown as none: the list would else tell the paper of another style.
 int IndexOf(std::optional<int> paper) {
     const auto found = std::ranges::find(paperSizes, paper, [](const PaperSize& size) { return size.number; });
     return found == paperSizes.end() ? noPaper : static_cast<int>(found - paperSizes.begin());
@@ -103,6 +102,10 @@ QWidget* frmLabelMaintenance::MakeBoxes() {
     ReadableAlways(*cmbPaperSize_);
     for (QLineEdit* const box : Custom_) connect(box, &QLineEdit::textChanged, this, &frmLabelMaintenance::ShowSheet);
     connect(cmbPaperSize_, &QComboBox::currentIndexChanged, this, &frmLabelMaintenance::ShowSheet);
+    connect(cmbPaperSize_, &QComboBox::activated, this, [this] {
+        isPaperUnlisted_ = false;
+        ShowSheet();
+    });
     return table;
 }
 
@@ -197,7 +200,9 @@ void frmLabelMaintenance::ShowLabelStyle() {
     const LabelStyle& style = styles_.Current();
     ShowWhole(*Custom_[descriptionBox], style.description, longestDescription);
     for (std::size_t i = 0; i < style.measures.size(); ++i) ShowWhole(*Custom_[i], style.measures[i], longestMeasure);
-    cmbPaperSize_->setCurrentIndex(IndexOf(style.paper));
+    const int paper = IndexOf(style.paper);
+    isPaperUnlisted_ = styles_.HasRows() && paper == noPaper;
+    if (paper != noPaper) cmbPaperSize_->setCurrentIndex(paper);
     ShowState();
 }
 
@@ -235,6 +240,7 @@ void frmLabelMaintenance::ShowSheet() {
 void frmLabelMaintenance::cmdAdd_Click() {
     if (!DoneOrTold(user_, [this] { styles_.Add(); })) return;
     for (std::size_t i = 0; i < Custom_.size(); ++i) ShowWhole(*Custom_[i], {}, LimitOf(i));
+    isPaperUnlisted_ = false;
     ShowState();
     Custom_[descriptionBox]->setFocus();
 }
@@ -253,7 +259,7 @@ LabelStyle frmLabelMaintenance::Entered() const {
     LabelStyle style;
     style.description = FromQt(Custom_[descriptionBox]->text());
     for (std::size_t i = 0; i < style.measures.size(); ++i) style.measures[i] = FromQt(Custom_[i]->text());
-    const int chosen = cmbPaperSize_->currentIndex();
+    const int chosen = isPaperUnlisted_ ? noPaper : cmbPaperSize_->currentIndex();
     if (chosen != noPaper) style.paper = paperSizes[static_cast<std::size_t>(chosen)].number;
     return style;
 }

@@ -60,6 +60,9 @@ private:
     UserInterface& user_;
     LabelStyles styles_;  // dbLabels and rsLabels
     bool wasActivated_ = false;
+    /// The current style's paper isn't in the list, which goes on showing another one. The note under the picture tells
+    /// the number, and Save keeps it until a paper is chosen.
+    bool isPaperUnlisted_ = false;
 
     // Owned by the form.
     std::array<QLineEdit*, labelMeasures.size() + 1> Custom_{};

@@ -15,6 +15,7 @@
 
 #include "dialogs/TellFailure.h"
 #include "support/frmControls.h"
+#include "support/frmKeyFilters.h"
 #include "support/frmSizeForm.h"
 #include "support/frmText.h"
 
@@ -231,16 +232,8 @@ void frmReportOptions::cmdLabels_Click() {
 }
 
 bool frmReportOptions::NumSpc_KeyDown(const QKeyEvent& key) {
-    switch (key.key()) {
-        case Qt::Key_Return:
-        case Qt::Key_Enter:
-        case Qt::Key_Down:
-            return focusNextChild();
-        case Qt::Key_Up:
-            return focusPreviousChild();
-        default:
-            return false;
-    }
+    const auto step = FocusStepOf(key);
+    return step && (*step == FocusStep::Next ? focusNextChild() : focusPreviousChild());
 }
 
 bool frmReportOptions::eventFilter(QObject* watched, QEvent* event) {

@@ -16,6 +16,7 @@
 #include "dialogs/frmMeasureBoxes.h"
 #include "engine/ReportRun.h"
 #include "support/frmFieldTree.h"
+#include "support/frmKeyFilters.h"
 #include "support/frmText.h"
 
 namespace quillform::dialogs {
@@ -238,17 +239,8 @@ QPushButton* frmReportQuery::FormKeyButton(const QKeyEvent& key) const {
 /// The entry controls share it. Combo boxes are left by the arrows too; letters, Home, End and the space bar choose in
 /// them.
 bool frmReportQuery::Field_KeyDown(const QKeyEvent& key) {
-    if ((key.modifiers() & ~Qt::KeypadModifier) != Qt::NoModifier) return false;
-    switch (key.key()) {
-        case Qt::Key_Return:
-        case Qt::Key_Enter:
-        case Qt::Key_Down:
-            return focusNextChild();
-        case Qt::Key_Up:
-            return focusPreviousChild();
-        default:
-            return false;
-    }
+    const auto step = FocusStepOf(key);
+    return step && (*step == FocusStep::Next ? focusNextChild() : focusPreviousChild());
 }
 
 /// Signs choose the operation that they are, and "<" with "=" behind it the two together. The box's own search would

@@ -15,7 +15,6 @@
 #include "dialogs/frmMeasureBoxes.h"
 #include "support/TwipScale.h"
 #include "support/frmControls.h"
-#include "support/frmSizeForm.h"
 #include "support/frmText.h"
 
 namespace quillform::dialogs {
@@ -77,8 +76,6 @@ frmStockCodeTable::frmStockCodeTable(std::string databasePath, UserInterface& us
     rows->addWidget(NewLine());
     rows->addWidget(MakeButtons());
     ShowRecord();
-    resize(sizeHint());
-    SizeForm(*this);
 }
 
 QWidget* frmStockCodeTable::MakeBoxes() {

@@ -2,10 +2,8 @@
 
 #include <QApplication>
 #include <QInputMethodEvent>
-#include <QKeyEvent>
 #include <QTimer>
 #include <algorithm>
-#include <optional>
 
 #include "support/KeyFilters.h"
 
@@ -77,6 +75,20 @@ void SelectAllText(QWidget* control) {
     const QString trimmed = box->text().trimmed();
     if (trimmed != box->text()) box->setText(trimmed);
     box->selectAll();
+}
+
+std::optional<FocusStep> FocusStepOf(const QKeyEvent& key) {
+    if ((key.modifiers() & ~Qt::KeypadModifier) != Qt::NoModifier) return std::nullopt;
+    switch (key.key()) {
+        case Qt::Key_Return:
+        case Qt::Key_Enter:
+        case Qt::Key_Down:
+            return FocusStep::Next;
+        case Qt::Key_Up:
+            return FocusStep::Previous;
+        default:
+            return std::nullopt;
+    }
 }
 
 void FilterNumberKeys(QLineEdit& box) {

@@ -123,13 +123,20 @@ TEST_F(LabelMaintenance, BoxesTakeTheirLimitAndShowWhatIsLonger) {
 
 TEST_F(LabelMaintenance, APaperThatIsNotInTheListStays) {
     Fill({"A", "B"});
-    scene->Execute("UPDATE [Report - Labels] SET [Paper Size] = 9 WHERE [Label Description] = 'B'");
+    scene->Execute("UPDATE [Report - Labels] SET [Paper Size] = 9, Width = 2 WHERE [Label Description] = 'B'");
     Open(*scene->engine);
     ClickOn("cmdNext");
-    EXPECT_EQ(Paper().currentIndex(), -1);
+    EXPECT_EQ(Paper().currentText(), QStringLiteral("Legal, 8 1/2 x 14 in."));  // as it was
+    EXPECT_TRUE(
+        Named<QLabel>(*form, "sheetNote").text().startsWith(QStringLiteral("No paper here has the stored number 9")));
     ClickOn("cmdUpdate");
     ClickOn("cmdSave");
     EXPECT_EQ(scene->Stored("Paper Size"), (Texts{"5", "9"}));
+    ClickOn("cmdUpdate");
+    Paper().setFocus();
+    Press(Qt::Key_Home);
+    ClickOn("cmdSave");
+    EXPECT_EQ(scene->Stored("Paper Size"), (Texts{"5", "1"}));
 }
 
 TEST_F(LabelMaintenance, DeletingAsksAndShowsTheNextTheFirstOrAnEmptyForm) {
