@@ -24,10 +24,12 @@ namespace quillform::dialogs {
 namespace {
 
 constexpr int keyRole = Qt::UserRole;
+constexpr int longestField = 32767;  // no limit
 
 QTreeWidgetItem* NewNode(const std::string& key, const std::string& text) {
     auto* const node = new QTreeWidgetItem({ToQt(text)});
     node->setData(0, keyRole, ToQt(key));
+    node->setToolTip(0, node->text(0));  // the column may be too narrow for it
     return node;
 }
 
@@ -140,7 +142,7 @@ void frmReportQuery::SSTree1_Click(QTreeWidgetItem& node) {
         const auto field = FindQueryField(layout_, engine_, FromQt(node.data(0, keyRole).toString()));
         if (!field) return;
         builder_.PickField(field->code);
-        Field_->setText(ToQt(field->text));
+        ShowWhole(*Field_, field->text, longestField);
         longestValue_ = field->longestValue;
         ShowWhole(*Value_, FromQt(Value_->text()), longestValue_);
         ShowHint();
@@ -160,7 +162,7 @@ void frmReportQuery::EdtCmd_Click() {
     if (selected == 0) return user_.Message("You Must Select the Query From the list that you want to edit.");
     const QueryEntry entry = builder_.Edit(selected);
     longestValue_ = longestQueryValue;
-    Field_->setText(ToQt(entry.field));
+    ShowWhole(*Field_, entry.field, longestField);
     ShowWhole(*Value_, entry.value, longestValue_);
     Choose(*Operation_, entry.operation);
     Choose(*Join_, entry.join);

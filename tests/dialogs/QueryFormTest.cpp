@@ -107,6 +107,7 @@ TEST_F(QueryForm, LinesAreBuiltFromTheTreeByMouseAndKeys) {
         EXPECT_EQ(Text("Field"), "");
         ClickNode("City");
         EXPECT_EQ(Text("Field"), "City");
+        EXPECT_EQ(Part<QLineEdit>("Field").cursorPosition(), 0);  // a long one is read from its beginning
         EXPECT_EQ(Part<QLineEdit>("Value").maxLength(), 8);
 
         EnterLine("LIKE", "Aberdeenshire", "O");
