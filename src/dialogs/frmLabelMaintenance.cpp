@@ -273,7 +273,7 @@ void frmLabelMaintenance::cmdSave_Click() {
 }
 
 void frmLabelMaintenance::cmdDelete_Click() {
-    if (!user_.Ask("Are you sure you want to delete this label?", "Delete Label")) return;
+    if (!user_.Ask("Are you sure you want to delete this label?", "Delete Label", MessageIcon::Exclamation)) return;
     if (DoneOrTold(user_, [this] { styles_.Delete(); }))
         ShowStyleOr("You must add a new label or exit");
     else if (!styles_.HasRows())
