@@ -14,15 +14,20 @@ constexpr std::size_t inRowStart = 5;   // of the bitmap in a row, behind the ki
 constexpr std::size_t listStart = 1;    // of the list of bitmap pages, behind the kind
 constexpr std::uint8_t listKind = 1;    // of a row; 0 is a bitmap in the row
 constexpr RowPointer freeMap{globalMap};
+constexpr std::uint32_t noSuchPage = 0xFFFFFFFF;  // for numbers that only a damaged map can have
 
-void AppendBits(Bytes bitmap, std::uint64_t first, std::uint32_t pageCount, std::vector<std::uint32_t>& pages) {
+/// Appends the pages of a bitmap up to the first one behind the file, and that one, too. False if there is one.
+bool AppendBits(Bytes bitmap, std::uint64_t first, std::uint32_t pageCount, std::vector<std::uint32_t>& pages) {
     for (std::size_t i = 0; i < bitmap.size(); ++i) {
         if (bitmap[i] == 0) continue;
         for (unsigned bit = 0; bit < 8; ++bit) {
             const std::uint64_t page = first + 8 * i + bit;
-            if ((bitmap[i] >> bit & 1) && page < pageCount) pages.push_back(static_cast<std::uint32_t>(page));
+            if (!(bitmap[i] >> bit & 1)) continue;
+            pages.push_back(static_cast<std::uint32_t>(std::min<std::uint64_t>(page, noSuchPage)));
+            if (page >= pageCount) return false;
         }
     }
+    return true;
 }
 
 void SetBit(std::uint8_t* bitmap, std::size_t bit, bool value) {
@@ -124,6 +129,12 @@ bool MoveStart(PageFile& file, RowPointer map, const std::vector<std::uint32_t>&
 }  // namespace
 
 std::vector<std::uint32_t> ReadUsageMap(const PageFile& file, RowPointer map) {
+    std::vector<std::uint32_t> pages = ReadUsageMapToTheFirstMissing(file, map);
+    if (!pages.empty() && pages.back() >= file.PageCount()) pages.pop_back();
+    return pages;
+}
+
+std::vector<std::uint32_t> ReadUsageMapToTheFirstMissing(const PageFile& file, RowPointer map) {
     std::vector<std::uint32_t> pages;
     if (!map) return pages;
     const Map found(file, map);
@@ -132,10 +143,10 @@ std::vector<std::uint32_t> ReadUsageMap(const PageFile& file, RowPointer map) {
         return pages;
     }
     const std::size_t covered = found.BitsPerPage();
-    for (std::size_t k = 0; k < found.ListSize() && k * covered < file.PageCount(); ++k) {
+    for (std::size_t k = 0; k < found.ListSize(); ++k) {
         if (found.ListEntry(k) == 0) continue;
         const PageRef bytes = found.BitmapPage(found.ListEntry(k));
-        AppendBits({bytes.get() + bitmapStart, covered / 8}, k * covered, file.PageCount(), pages);
+        if (!AppendBits({bytes.get() + bitmapStart, covered / 8}, k * covered, file.PageCount(), pages)) break;
     }
     return pages;
 }

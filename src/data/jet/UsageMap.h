@@ -10,6 +10,9 @@ class PageAllocator;
 
 /// The pages of a usage map in ascending order; none for a null pointer. Pages behind the end of the file are left out.
 std::vector<std::uint32_t> ReadUsageMap(const PageFile& file, RowPointer map);
+/// The same for readers of rows, and behind them the first page that the map has and the file hasn't: of a file that
+/// was cut off, rows are missing, and the read of that page says so.
+std::vector<std::uint32_t> ReadUsageMapToTheFirstMissing(const PageFile& file, RowPointer map);
 
 /// Adds a page to a map of pages in use, which may need pages itself to grow. Nothing happens for a null pointer.
 void AddToMap(PageFile& file, PageAllocator& allocator, RowPointer map, std::uint32_t page);

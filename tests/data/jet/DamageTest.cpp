@@ -146,6 +146,23 @@ TEST_P(JetDamage, EachLieEndsInAnError) {
     }
 }
 
+/// A report over half of the rows would look like one over all of them.
+TEST_P(JetDamage, AFileThatWasCutOffMissesNoRowInSilence) {
+    const KnownFile file(GetParam());
+    int errors = 0;
+    for (std::size_t size = file.bytes.size() - 1; size > file.form.pageSize; size -= file.form.pageSize) {
+        int rows = 0;
+        const ErrorNumber error = NumberOf([&] {
+            const FileBytes bytes(file.bytes.begin(), file.bytes.begin() + static_cast<std::ptrdiff_t>(size));
+            jet::JetDatabase database(std::make_unique<jet::MemoryFile>(bytes), "cut off", Access::ReadOnly);
+            for (const auto scan = Table(database, "T").Scan(); scan->Next();) ++rows;
+        });
+        errors += error == ErrorNumber::UnrecognizedFormat;
+        EXPECT_TRUE(rows == 3000 || error == ErrorNumber::UnrecognizedFormat) << size << " bytes, " << rows << " rows";
+    }
+    EXPECT_GT(errors, 20);
+}
+
 /// Reads everything that there is to read.
 void ReadEverything(std::vector<std::uint8_t> bytes) {
     jet::JetDatabase database(std::make_unique<jet::MemoryFile>(std::move(bytes)), "damaged", Access::ReadWrite);
