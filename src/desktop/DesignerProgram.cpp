@@ -10,6 +10,7 @@
 #include "designer/frmCustomReport.h"
 #include "desktop/Configuration.h"
 #include "desktop/DialogForms.h"
+#include "dialogs/TellFailure.h"
 #include "dialogs/frmStockCodeTable.h"
 #include "engine/ReportRun.h"
 #include "platform/Paths.h"
@@ -80,7 +81,11 @@ void DesignerProgram::ShowDesigner(const std::optional<std::string>& layoutFile)
     OfferDialogForms(services, forms);
     forms.showWarnings = services_.showWarnings;
     if (services_.checkDatabase)
-        forms.checkDatabase = [this] { services_.checkDatabase(FindReportDatabase(layout_, services_.user)); };
+        // The wizard may be left for the very reason that the database is gone.
+        forms.checkDatabase = [this] {
+            dialogs::DoneOrTold(services_.user,
+                                [this] { services_.checkDatabase(FindReportDatabase(layout_, services_.user)); });
+        };
     auto form = std::make_unique<designer::frmCustomReport>(services, std::move(forms), layoutFile);
     connect(form.get(), &designer::frmCustomReport::Unloaded, this,
             [this](bool byExit) { GoOn(byExit ? [this] { ShowStartForm(); } : std::function<void()>()); });

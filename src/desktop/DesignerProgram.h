@@ -23,7 +23,7 @@ public:
         UserInterface& user;
         DBEngine& engine;
         const Clock& clock;
-        /// CheckDatabaseforReportData on the report database; empty: there is none.
+        /// CheckDatabaseforReportData on the report database; empty: there is none. A RunTimeError is told.
         std::function<void(const std::optional<std::string>& databasePath)> checkDatabase;
         std::function<void()> showWarnings;  ///< shows what the user was warned of
     };

@@ -27,9 +27,13 @@ protected:
 
     void Start(const std::optional<std::string>& layoutFile = {}) {
         program = std::make_unique<DesignerProgram>(
-            DesignerProgram::Services{user, *engine, clock, [this](const auto& path) { checked = path; }, {}});
+            DesignerProgram::Services{user, *engine, clock, [this](const auto& path) { Check(path); }, {}});
         QObject::connect(program.get(), &DesignerProgram::Ended, [this] { hasEnded = true; });
         program->Start(layoutFile);
+    }
+    void Check(const std::optional<std::string>& path) {
+        checked = path;
+        if (checkFails) throw RunTimeError(ErrorNumber::FileMissing, "The database is gone.");
     }
     /// The main form that is open, once it has the keyboard and has done what it does at its first activation.
     template <typename Form>
@@ -51,6 +55,7 @@ protected:
     SystemClock clock;
     std::unique_ptr<DBEngine> engine = data::MakeEngine(clock);
     std::optional<std::string> checked;  ///< the report database that was checked last
+    bool checkFails = false;
     bool hasEnded = false;
     std::unique_ptr<DesignerProgram> program;
 };

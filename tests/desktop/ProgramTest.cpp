@@ -45,6 +45,18 @@ TEST_F(Program, ReportsLeadsToAFreshDesignerAndExitBack) {
     EXPECT_TRUE(Ends());
 }
 
+// As when the wizard is left behind and its database is gone.
+TEST_F(Program, ACheckThatFailsIsToldAndTheDesignerStays) {
+    checkFails = true;
+    Start();
+    Click(Named<QPushButton>(StartForm(), "frmReports"));
+    auto& designer = Designer();
+    EXPECT_EQ(user.messages, std::vector<std::string>{"The database is gone."});
+    EXPECT_EQ(Title(), "Report - UnTitled");
+    Press(designer, Qt::Key_X, Qt::ControlModifier);
+    StartForm();
+}
+
 TEST_F(Program, ClosingTheDesignerEndsIt) {
     Start();
     Click(Named<QPushButton>(StartForm(), "frmReports"));
