@@ -12,8 +12,9 @@ namespace quillform {
 class ScriptedUser final : public UserInterface {
 public:
     void Message(std::string_view text, std::string_view) override { messages.emplace_back(text); }
-    bool Ask(std::string_view question, std::string_view, MessageIcon) override {
+    bool Ask(std::string_view question, std::string_view title, MessageIcon) override {
         questions.emplace_back(question);
+        questionTitle = title;
         return answer;
     }
     bool AskRetry(std::string_view, std::string_view, MessageIcon) override { return retries; }
@@ -25,10 +26,13 @@ public:
     bool answer = false;
     bool retries = false;
     std::vector<std::string> messages, questions, warnings, titles;
+    std::string questionTitle;  ///< of the last one
+    FileDialog lastDialog;      ///< the last one
 
 private:
-    std::optional<std::string> Choose(const FileDialog& dialog) {
-        titles.push_back(dialog.title);
+    std::optional<std::string> Choose(const FileDialog& asked) {
+        lastDialog = asked;
+        titles.push_back(asked.title);
         return chosen;
     }
 };

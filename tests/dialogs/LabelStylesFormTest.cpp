@@ -143,6 +143,7 @@ TEST_F(LabelMaintenance, DeletingAsksAndShowsTheNextTheFirstOrAnEmptyForm) {
     Open({"A", "B"});
     ClickOn("cmdDelete");
     EXPECT_EQ(user.questions, Texts{"Are you sure you want to delete this label?"});
+    EXPECT_EQ(user.questionTitle, "Delete Label");
     EXPECT_EQ(scene->Stored().size(), 2U);
     user.answer = true;
     ClickOn("cmdNext");

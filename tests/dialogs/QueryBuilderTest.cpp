@@ -282,10 +282,17 @@ TEST_F(QueryFileTest, TheFileThatWasChosenIsTheOneThatIsReplaced) {
 
 TEST_F(QueryFileTest, TheDialogsFolderIsMadeOnceInWhateverCase) {
     user.chosen = std::nullopt;
+    const std::string files = folder.Path().string() + "/QUERIES\\*.QRY";
     EXPECT_EQ(commands.Save(lines), StepEnd::Left);
+    EXPECT_EQ(user.lastDialog.initialFolder, files);
+    EXPECT_EQ(user.lastDialog.filter, "*.QRY");
+    EXPECT_EQ(user.lastDialog.defaultExtension, "QRY");
     EXPECT_TRUE(IsThere("QUERIES"));
     std::filesystem::rename(folder / "QUERIES", folder / "Queries");
     EXPECT_EQ(commands.Load(lines), StepEnd::Left);
+    EXPECT_EQ(user.lastDialog.initialFolder, files);
+    EXPECT_EQ(user.lastDialog.filter, "*.QRY");
+    EXPECT_EQ(user.lastDialog.fileName, "*.QRY");
     EXPECT_FALSE(IsThere("QUERIES"));
     EXPECT_TRUE(user.messages.empty());
     EXPECT_EQ(lines.Count(), 1);

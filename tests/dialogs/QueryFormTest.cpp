@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <QAbstractItemView>
 #include <QComboBox>
 #include <QLabel>
 #include <QLineEdit>
@@ -176,16 +177,37 @@ TEST_F(QueryForm, KeysLeadThroughTheEntryForwardAndBack) {
             Type(typed);
             EXPECT_EQ(Operation().currentText(), QString::fromLatin1(typed));
         }
-
-        for (const char* typed : {"<", ">", "<=", "=", ">=", "<>"}) {
-            Part<QLineEdit>("Field").setFocus();
-            Operation().setFocus();
-            Type(typed);
-            EXPECT_EQ(Operation().currentText(), QString::fromLatin1(typed));
-        }
         quillform::Press(window, Qt::Key_Escape);
     });
     EXPECT_TRUE(user.messages.empty());
+}
+
+TEST_F(QueryForm, KeysChooseInAListThatIsOpenInsteadOfLeavingIt) {
+    MakeDatabase();
+    Show([&](QWidget&) {
+        struct Case {
+            QComboBox& box;
+            const char* second;
+        };
+        for (const auto& [box, second] : {Case{Operation(), ">="}, {Join(), "OR"}}) {
+            const QString name = box.objectName();
+            box.setFocus();
+            box.setCurrentIndex(0);
+            quillform::Press(Qt::Key_Down, Qt::AltModifier);
+            QWidget* const list = QApplication::activePopupWidget();
+            ASSERT_NE(list, nullptr) << name.toStdString();
+            quillform::Press(*box.view(), Qt::Key_Down);
+            EXPECT_EQ(QApplication::activePopupWidget(), list);
+            quillform::Press(*box.view(), Qt::Key_Return);
+            EXPECT_EQ(QApplication::activePopupWidget(), nullptr);
+            EXPECT_EQ(box.currentText(), QString::fromLatin1(second));
+            EXPECT_EQ(Focus(), name.toStdString());
+            quillform::Press(Qt::Key_Down);  // closed, the same key leaves it
+            EXPECT_NE(Focus(), name.toStdString());
+            EXPECT_EQ(box.currentText(), QString::fromLatin1(second));
+        }
+        Press("XitCmd");
+    });
 }
 
 TEST_F(QueryForm, KeysOfTheFormPressTheirButtonsOnceFromWhereverTheyArePressed) {

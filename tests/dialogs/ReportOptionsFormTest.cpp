@@ -409,6 +409,10 @@ TEST_F(OptionsForm, BrowsePutsThePathIntoTheFirstBox) {
         EXPECT_EQ(Rows(), Texts{"(None)"});
         PressButton("cmdBrowse");  // cancelled
         EXPECT_EQ(Box("Database_0").text(), QStringLiteral("gone.mdb"));
+        EXPECT_EQ(user.lastDialog.filter, "*.MDB|Access Database");
+        EXPECT_EQ(user.lastDialog.fileName, "*.MDB");
+        EXPECT_EQ(user.lastDialog.defaultExtension, "MDB");
+        EXPECT_EQ(user.lastDialog.initialFolder, scene.layout.strAppPath);
         user.chosen = scene.DatabasePath();
         PressButton("cmdBrowse");
         EXPECT_EQ(Rows().size(), 5U);

@@ -61,6 +61,38 @@ TEST_F(StockCodeTable, ShowsRecordsAndCountsThemFromOne) {
     EXPECT_EQ(QGuiApplication::overrideCursor(), nullptr);
 }
 
+/// Notes the pointer that stands over a database while it is opened.
+class PointerEngine final : public DBEngine {
+public:
+    explicit PointerEngine(DBEngine& engine) : engine_(engine) {}
+    std::unique_ptr<Database> OpenDatabase(std::string_view path, Access access) override {
+        const QCursor* const pointer = QGuiApplication::overrideCursor();
+        waits = pointer != nullptr && pointer->shape() == Qt::WaitCursor;
+        return engine_.OpenDatabase(path, access);
+    }
+    std::unique_ptr<Database> CreateDatabase(std::string_view path, DatabaseVersion version) override {
+        return engine_.CreateDatabase(path, version);
+    }
+    bool waits = false;
+
+private:
+    DBEngine& engine_;
+};
+
+TEST_F(StockCodeTable, AnHourglassStandsOverWorkAndGoesWithIt) {
+    PointerEngine engine(*scene.engine);
+    Open(engine);
+    EXPECT_TRUE(engine.waits);
+    EXPECT_EQ(QGuiApplication::overrideCursor(), nullptr);
+    engine.waits = false;
+    std::filesystem::remove(scene.Path());
+    ClickOn("cmdRefresh");  // fails
+    EXPECT_TRUE(engine.waits);
+    EXPECT_EQ(user.messages.size(), 1u);
+    EXPECT_EQ(QGuiApplication::overrideCursor(), nullptr);
+    EXPECT_EQ(Caption(), "Record: 1");  // what was open stays
+}
+
 TEST_F(StockCodeTable, ARecordIsChangedAddedAndDeletedByKeys) {
     Open();
     Retype(2, "12");
