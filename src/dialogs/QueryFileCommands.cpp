@@ -43,15 +43,18 @@ StepEnd QueryFileCommands::Load(collQuery& lines) {
         user_.Message("You've entered an invalid path or filename.");
         return StepEnd::Left;
     }
-    return RunHandled(errors_, where, [&] {
+    bool isRefused = false;
+    const StepEnd end = RunHandled(errors_, where, [&] {
         try {
             LoadQueries(*chosen, lines);
         } catch (const RunTimeError& error) {
             // A picture or a program was chosen by mistake: nothing to end the program for.
             if (error.Number() != ErrorNumber::InvalidFileFormat) throw;
             user_.Message(error.what());
+            isRefused = true;
         }
     });
+    return isRefused ? StepEnd::Left : end;
 }
 
 StepEnd QueryFileCommands::Save(const collQuery& lines) {

@@ -304,7 +304,7 @@ TEST_F(QueryFileTest, KnownFailuresAreToldAndChangeNothing) {
     EXPECT_EQ(Load("none.qry"), StepEnd::Left);
     EXPECT_EQ(Load("QUERIES"), StepEnd::Left);
     Write("PICTURE.QRY", "GIF89a" + std::string(3, '\0') + "1,2\r\n");
-    EXPECT_EQ(Load("PICTURE.QRY"), StepEnd::Done);
+    EXPECT_EQ(Load("PICTURE.QRY"), StepEnd::Left);
     const std::string extension = "You must save the Query with an extension of .QRY";
     const std::string path = "You've entered an invalid path or filename.";
     ASSERT_EQ(user.messages.size(), 5U);
