@@ -19,6 +19,7 @@ namespace {
 constexpr std::string_view newCaption = "Report - UnTitled";
 constexpr std::string_view namedCaption = "Custom Report - ";
 constexpr std::string_view keptName = "UNSAVED.REP";
+constexpr const char* saveTitle = "Save Report Layout as...";
 constexpr std::string_view deleteQuestion = "ARE YOU SURE YOU WANT TO DELETE THIS REPORT LAYOUT FROM YOUR HARDDRIVE?";
 
 FileDialog LayoutDialog(std::string title) {
@@ -76,7 +77,7 @@ bool LayoutCommands::LoadLayout(const std::string& fileName) {
 void LayoutCommands::SaveLayout() {
     Layout& layout = surface_.Report();
     if (layout.strLayoutFile.empty()) {
-        const auto chosen = user_.SaveDialog(LayoutDialog("Save Report Layout as..."));
+        const auto chosen = user_.SaveDialog(LayoutDialog(saveTitle));
         if (!chosen) return;
         layout.strLayoutFile = *chosen;
     }
@@ -84,9 +85,9 @@ void LayoutCommands::SaveLayout() {
 }
 
 void LayoutCommands::SaveAs() {
-    const auto chosen = user_.SaveDialog(LayoutDialog("Save Report Layout as..."));
+    const auto chosen = user_.SaveDialog(LayoutDialog(saveTitle));
     if (!chosen) return;
-    const auto name = NameToSave(*chosen, "Save Report Layout as...", user_);
+    const auto name = NameToSave(*chosen, saveTitle, user_);
     if (!name) return;
     surface_.Report().strLayoutFile = FindFile(*name) ? *name : NameToKeep(*name);
     if (Save()) caption_ = std::string(namedCaption) + UpperCase(*name);

@@ -35,7 +35,8 @@ public:
     bool LoadLayout(const std::string& fileName);
     /// Saves under the layout's name, and asks for one only where it has none.
     void SaveLayout();
-    /// Asks for a name, takes it in capitals and saves. A file that is there under the name in any case is replaced.
+    /// Asks for a name, takes it in capitals and saves; a file that has it in another case is replaced after a
+    /// question.
     void SaveAs();
     /// The reset: the one that starts the program, and the command "New layout".
     void ClearLayout();

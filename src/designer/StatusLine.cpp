@@ -2,6 +2,7 @@
 
 #include <cmath>
 #include <cstdio>
+#include <system_error>
 
 #include "model/DesignGrid.h"
 #include "platform/Numbers.h"
@@ -53,6 +54,13 @@ std::string DescribeItem(const clssFields& item) {
 std::string DescribePlace(double left, double top) {
     return "Column " + TrimmedStr(std::floor(left)) + ", row " + TrimmedStr(std::floor(top)) + "  (" +
            Inches(left, intColumnTwips) + " x " + Inches(top, intRowTwips) + " in)";
+}
+
+std::string DescribeFile(const std::filesystem::path& file) {
+    std::error_code error;
+    const std::filesystem::path absolute = std::filesystem::absolute(file, error);
+    const std::filesystem::path whole = (error ? file : absolute).lexically_normal();
+    return whole.filename().string() + ", folder " + whole.parent_path().string();
 }
 
 }  // namespace quillform::designer

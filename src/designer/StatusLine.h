@@ -1,5 +1,6 @@
 #pragma once
 
+#include <filesystem>
 #include <string>
 
 #include "designer/DesignSurface.h"
@@ -14,5 +15,8 @@ std::string DescribeItem(const clssFields& item);
 
 /// A place on the page in cells and inches: "Column 42, row 8  (3.50 x 1.33 in)". `left`, `top`: cells of the page.
 std::string DescribePlace(double left, double top);
+
+/// A file: "SALES.PDF, folder /home/me". The name comes first, since the line may have no room for the folder.
+std::string DescribeFile(const std::filesystem::path& file);
 
 }  // namespace quillform::designer

@@ -150,10 +150,9 @@ void frmCustomReport::AfterLayoutCommand(IsLoaded isLoaded) {
     if (forms_.showWarnings) forms_.showWarnings();
 }
 
-/// `when` is a part of the sentence. The name comes first: the line may have no room for the folder.
+/// `when` is a part of the sentence.
 void frmCustomReport::ShowKept(const std::filesystem::path& file, const QString& when) {
-    statusBar()->showMessage(QStringLiteral("Unsaved changes%1 are kept in %2, folder %3")
-                                 .arg(when, ToQt(file.filename().string()), ToQt(file.parent_path().string())));
+    statusBar()->showMessage(QStringLiteral("Unsaved changes%1 are kept in %2").arg(when, ToQt(DescribeFile(file))));
 }
 
 void frmCustomReport::Edt_Click(int index) {

@@ -3,10 +3,10 @@
 #include <QMenuBar>
 #include <QStatusBar>
 #include <memory>
-#include <system_error>
 
 #include "designer/FormatBar.h"
 #include "designer/RunPanel.h"
+#include "designer/StatusLine.h"
 #include "designer/SurfaceFrame.h"
 #include "designer/frmCustomReport.h"
 #include "engine/ReportRun.h"
@@ -62,12 +62,7 @@ bool frmCustomReport::Compose(OutputType type) {
 /// item is pointed at.
 void frmCustomReport::ShowWhereabouts(const std::filesystem::path& file, const std::string& note) {
     if (file.empty()) return statusBar()->showMessage(ToQt(note));
-    std::error_code error;
-    const std::filesystem::path whole = std::filesystem::absolute(file, error);
-    // The name first: the line may have no room for the folder.
-    statusBar()->showMessage(
-        QStringLiteral("The report is in %1, folder %2")
-            .arg(ToQt(whole.filename().string()), ToQt(whole.parent_path().lexically_normal().string())));
+    statusBar()->showMessage(QStringLiteral("The report is in ") + ToQt(DescribeFile(file)));
 }
 
 void frmCustomReport::ShowScreenFile() {

@@ -4,6 +4,7 @@
 
 #include "platform/Numbers.h"
 #include "platform/RunTimeError.h"
+#include "platform/Text.h"
 
 namespace quillform::dialogs {
 
@@ -12,16 +13,16 @@ namespace {
 /// Far above any sheet.
 constexpr double mostInches = 10000;
 
-std::string NameOf(std::size_t box) {
-    std::string_view name = labelMeasures[box].caption;
-    if (name.ends_with(':')) name.remove_suffix(1);
-    return std::string(name);
-}
-
 /// A text such as the point of ".5", behind which the digits are still to come.
 bool IsBegun(const std::string& text) { return text.find_first_not_of("+-.") == std::string::npos; }
 
 }  // namespace
+
+std::string_view Bare(std::string_view caption) {
+    caption = Trim(caption);
+    if (caption.ends_with(':')) caption.remove_suffix(1);
+    return caption;
+}
 
 std::optional<double> StoredMeasure(const std::string& text) {
     try {
@@ -41,7 +42,7 @@ std::string ReadingProblem(const MeasureTexts& texts) {
     for (std::size_t box = 0; box < texts.size(); ++box) {
         const std::string& text = texts[box];
         if (IsBegun(text)) continue;
-        const std::string quoted = NameOf(box) + ": \"" + text + "\"";
+        const std::string quoted = std::string(Bare(labelMeasures[box].caption)) + ": \"" + text + "\"";
         const std::optional<double> stored = StoredMeasure(text);
         if (!stored || std::abs(*stored) > mostInches) return quoted + " is too large.";
         if (ParseNumber(text) != stored)

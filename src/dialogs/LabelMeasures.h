@@ -30,6 +30,8 @@ inline constexpr int longestMeasure = 5;  ///< characters that can be typed into
 /// What stands in the boxes, in their order.
 using MeasureTexts = std::array<std::string, labelMeasures.size()>;
 
+/// A caption as it reads inside a sentence: without its colon and outer blanks.
+std::string_view Bare(std::string_view caption);
 /// The number that a text is stored as; none if it is beyond all numbers.
 std::optional<double> StoredMeasure(const std::string& text);
 /// A number in the digits that a measure has.

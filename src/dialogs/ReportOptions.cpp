@@ -79,13 +79,6 @@ bool Read(std::string_view text, float& number) try {
 std::string_view RangeOf(std::int16_t) { return "a whole number from -32768 to 32767"; }
 std::string_view RangeOf(float) { return "a number below 3.4E+38"; }
 
-/// A caption as it reads inside a sentence.
-std::string_view Bare(std::string_view caption) {
-    caption = Trim(caption);
-    if (caption.ends_with(':')) caption.remove_suffix(1);
-    return caption;
-}
-
 OptionRefusal Refuse(const NumberBox& box, std::string_view text, std::string_view range) {
     const auto quoted = [](std::string_view part) { return "\"" + std::string(part) + "\""; };
     const std::string frame = box.frame.empty() ? std::string() : " of " + quoted(box.frame);

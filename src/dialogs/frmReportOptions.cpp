@@ -127,7 +127,7 @@ void frmReportOptions::ShowControls(const OptionControls& controls) {
     ShowMeasures(controls.Custom);
 }
 
-void frmReportOptions::ShowMeasures(const std::array<std::string, labelMeasures.size()>& texts) {
+void frmReportOptions::ShowMeasures(const MeasureTexts& texts) {
     for (std::size_t i = 0; i < texts.size(); ++i) ShowWhole(*Custom_[i], texts[i], longestMeasure);
 }
 

@@ -65,7 +65,7 @@ private:
 
     OptionControls Controls() const;
     void ShowControls(const OptionControls& controls);
-    void ShowMeasures(const std::array<std::string, labelMeasures.size()>& texts);
+    void ShowMeasures(const MeasureTexts& texts);
     void OfferAllOutputs(bool offered);
     void ClickLabelsSoon();
     int SelectedLabel() const;

@@ -5,7 +5,10 @@
 namespace quillform::jet {
 
 RowScan::RowScan(const PageFile& file, const TableDefinition& table, const RowForm& form)
-    : file_(file), owner_(table.page), pages_(ReadUsageMapToTheFirstMissing(file, table.ownedMap)), decoder_(file, form) {}
+    : file_(file),
+      owner_(table.page),
+      pages_(ReadUsageMapToTheFirstMissing(file, table.ownedMap)),
+      decoder_(file, form) {}
 
 bool RowScan::NextPage() {
     while (nextPage_ < pages_.size()) {
